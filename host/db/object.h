@@ -143,6 +143,8 @@ public:
     virtual std::string dxfName() const;
     // Objects that are filed and erased with this one, in order: vertices, attributes and the end mark.
     virtual void ownedParts(std::vector<AcDbObjectId>& parts) const;
+    // Takes a part that stands in the drawing already; readers use it. False: this kind has no parts.
+    virtual bool addOwnedPart(AcDbObjectId part);
     // After the object and its stub have come together: takes waiting parts into the drawing.
     virtual void joined(AcDbDatabase& database);
     // A copy for undo, and taking such a copy's data back. Identity, erasure and listeners don't travel.
