@@ -8,11 +8,11 @@ public:
     constexpr AcGeTol() = default;
     constexpr double equalPoint() const { return point_; }
     constexpr double equalVector() const { return vector_; }
-    AcGeTol& setEqualPoint(double value) {
+    constexpr AcGeTol& setEqualPoint(double value) {
         point_ = value;
         return *this;
     }
-    AcGeTol& setEqualVector(double value) {
+    constexpr AcGeTol& setEqualVector(double value) {
         vector_ = value;
         return *this;
     }
