@@ -1,0 +1,97 @@
+// The old polylines of the plane, whose vertices are objects: simple, fitted with arcs, or
+// smoothed as quadratic or cubic B-splines over a frame of control vertices.
+#pragma once
+#include "host/ent/curve.h"
+#include "host/ent/polyline_parts.h"
+
+class AcDb2dVertex : public AcDbEntity {
+    HOST_DB_CLASS(AcDb2dVertex)
+public:
+    AcDb2dVertex() = default;
+    explicit AcDb2dVertex(const AcGePoint3d& position, double bulge = 0, double startWidth = 0,
+                          double endWidth = 0, double tangent = 0);
+    AcDb::Vertex2dType vertexType() const;
+    Acad::ErrorStatus setVertexType(AcDb::Vertex2dType type);
+    AcGePoint3d position() const { return position_; } // X and Y in the polyline's plane
+    Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+    double bulge() const { return bulge_; }
+    Acad::ErrorStatus setBulge(double bulge);
+    double startWidth() const { return startWidth_; }
+    Acad::ErrorStatus setStartWidth(double width);
+    double endWidth() const { return endWidth_; }
+    Acad::ErrorStatus setEndWidth(double width);
+    bool isTangentUsed() const { return flags_ & 2; }
+    double tangent() const { return tangent_; } // radians
+    Acad::ErrorStatus setTangent(double angle);
+    Acad::ErrorStatus useTangent();
+
+    bool inGroup(const host::Group& group, host::ReadContext& context) override;
+    void outGroups(host::GroupWriter& writer) const override;
+
+private:
+    AcGePoint3d position_;
+    double bulge_ = 0, startWidth_ = 0, endWidth_ = 0, tangent_ = 0;
+    int flags_ = 0; // as in files: 1 added by curve fit, 2 tangent, 8 added by spline fit, 16 control
+    bool ownWidths_ = false; // else the polyline's default widths
+    friend class AcDb2dPolyline;
+};
+
+class AcDb2dPolyline : public AcDbCurve {
+    HOST_DB_CLASS(AcDb2dPolyline)
+public:
+    AcDb2dPolyline() = default;
+    AcDb2dPolyline(AcDb::Poly2dType type, const AcGePoint3dArray& vertices, double elevation = 0,
+                   Adesk::Boolean closed = false, double defaultStartWidth = 0, double defaultEndWidth = 0,
+                   const AcGeDoubleArray* bulges = nullptr);
+
+    AcDb::Poly2dType polyType() const { return type_; }
+    Acad::ErrorStatus setPolyType(AcDb::Poly2dType type); // the flag alone
+    // Adds or takes away the fitted vertices. From a fitted kind to simple only the frame stays.
+    Acad::ErrorStatus convertToPolyType(AcDb::Poly2dType type);
+    Acad::ErrorStatus straighten();
+    Acad::ErrorStatus splineFit();
+    Acad::ErrorStatus splineFit(AcDb::Poly2dType type, Adesk::Int16 segments);
+    Acad::ErrorStatus curveFit();
+    Acad::ErrorStatus makeClosed();
+    Acad::ErrorStatus makeOpen();
+    Acad::ErrorStatus setClosed(Adesk::Boolean closed) { return closed ? makeClosed() : makeOpen(); }
+    double defaultStartWidth() const { return startWidth_; }
+    Acad::ErrorStatus setDefaultStartWidth(double width);
+    double defaultEndWidth() const { return endWidth_; }
+    Acad::ErrorStatus setDefaultEndWidth(double width);
+    double elevation() const { return elevation_; }
+    Acad::ErrorStatus setElevation(double elevation);
+    double thickness() const { return thickness_; }
+    Acad::ErrorStatus setThickness(double thickness);
+    AcGeVector3d normal() const { return normal_; }
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+    bool isLinetypeGenerationOn() const { return flags_ & 128; }
+    // eInvalidInput when start and end or two vertices differ.
+    Acad::ErrorStatus getConstantWidth(double& width) const;
+
+    // The vertex belongs to the polyline; in a drawing it stays open for write.
+    Acad::ErrorStatus appendVertex(AcDb2dVertex* vertex);
+    Acad::ErrorStatus appendVertex(AcDbObjectId& id, AcDb2dVertex* vertex);
+    Acad::ErrorStatus insertVertexAt(AcDbObjectId& id, AcDbObjectId after, AcDb2dVertex* vertex);
+    Acad::ErrorStatus openVertex(AcDb2dVertex*& vertex, AcDbObjectId id, AcDb::OpenMode mode,
+                                 bool openErased = false) const;
+    AcDbObjectIterator* vertexIterator() const;                   // of residents; the caller deletes it
+    AcGePoint3d vertexPosition(const AcDb2dVertex& vertex) const; // in world coordinates
+
+    const host::OwnedParts& parts() const { return parts_; }
+    Adesk::Boolean isClosed() const override { return closed_; }
+    std::string dxfName() const override { return "POLYLINE"; }
+    bool inGroup(const host::Group& group, host::ReadContext& context) override;
+    void outGroups(host::GroupWriter& writer) const override;
+    void ownedParts(std::vector<AcDbObjectId>& parts) const override { parts_.list(parts); }
+    bool addOwnedPart(AcDbObjectId part) override { return parts_.adopt(part), true; }
+    void joined(AcDbDatabase& database) override { parts_.join(*this, database); }
+
+private:
+    host::OwnedParts parts_;
+    AcDb::Poly2dType type_ = AcDb::k2dSimplePoly;
+    AcGeVector3d normal_ = AcGeVector3d::kZAxis;
+    double elevation_ = 0, thickness_ = 0, startWidth_ = 0, endWidth_ = 0;
+    int flags_ = 0; // bits that nothing else holds, such as 128
+    bool closed_ = false;
+};

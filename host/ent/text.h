@@ -1,0 +1,143 @@
+// Single-line text, its attribute kinds, and multi-line text.
+#pragma once
+#include "host/db/symboltable.h"
+#include "host/ent/curve.h"
+
+class AcDbText : public AcDbEntity {
+    HOST_DB_CLASS(AcDbText)
+public:
+    AcDbText() = default;
+    AcDbText(const AcGePoint3d& position, const ACHAR* text, AcDbObjectId style = {}, double height = 0,
+             double rotation = 0);
+    AcGePoint3d position() const { return position_; } // world coordinates; the left end of the baseline
+    Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+    AcGePoint3d alignmentPoint() const { return alignment_; }
+    Acad::ErrorStatus setAlignmentPoint(const AcGePoint3d& point);
+    bool isDefaultAlignment() const { return horizontal_ == AcDb::kTextLeft && vertical_ == AcDb::kTextBase; }
+    AcDb::TextHorzMode horizontalMode() const { return horizontal_; }
+    Acad::ErrorStatus setHorizontalMode(AcDb::TextHorzMode mode);
+    AcDb::TextVertMode verticalMode() const { return vertical_; }
+    Acad::ErrorStatus setVerticalMode(AcDb::TextVertMode mode);
+    // Sets the position from the alignment point and the text's extents.
+    Acad::ErrorStatus adjustAlignment(const AcDbDatabase* database = nullptr);
+    const ACHAR* textStringConst() const { return text_.c_str(); }
+    ACHAR* textString() const; // a copy, freed with acutDelString
+    Acad::ErrorStatus setTextString(const ACHAR* text);
+    AcDbObjectId textStyle() const { return style_; }
+    Acad::ErrorStatus setTextStyle(AcDbObjectId style);
+    double height() const { return height_; }
+    Acad::ErrorStatus setHeight(double height);
+    double rotation() const { return rotation_; } // radians
+    Acad::ErrorStatus setRotation(double angle);
+    double oblique() const { return oblique_; }
+    Acad::ErrorStatus setOblique(double angle);
+    double widthFactor() const { return widthFactor_; }
+    Acad::ErrorStatus setWidthFactor(double factor);
+    double thickness() const { return thickness_; }
+    Acad::ErrorStatus setThickness(double thickness);
+    AcGeVector3d normal() const { return normal_; }
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+    bool isMirroredInX() const { return generation_ & 2; }
+    bool isMirroredInY() const { return generation_ & 4; }
+    Acad::ErrorStatus mirrorInX(bool mirrored);
+    Acad::ErrorStatus mirrorInY(bool mirrored);
+
+    bool inGroup(const host::Group& group, host::ReadContext& context) override;
+    void inDone(host::ReadContext& context) override;
+    void outGroups(host::GroupWriter& writer) const override;
+
+protected:
+    // Files put the vertical mode behind a second marker; attributes behind their own.
+    virtual void outSecond(host::GroupWriter& writer) const;
+    virtual int verticalModeCode() const { return 73; }
+
+private:
+    std::wstring text_;
+    AcGePoint3d position_, alignment_;
+    AcGeVector3d normal_ = AcGeVector3d::kZAxis;
+    AcDbObjectId style_;
+    double height_ = 2.5, rotation_ = 0, oblique_ = 0, widthFactor_ = 1, thickness_ = 0;
+    AcDb::TextHorzMode horizontal_ = AcDb::kTextLeft;
+    AcDb::TextVertMode vertical_ = AcDb::kTextBase;
+    int generation_ = 0;
+};
+
+class AcDbAttribute : public AcDbText {
+    HOST_DB_CLASS(AcDbAttribute)
+public:
+    const std::wstring& tagConst() const { return tag_; }
+    Acad::ErrorStatus setTag(const ACHAR* tag); // upper-cased, blanks refused
+    bool isInvisible() const { return attributeFlags_ & 1; }
+    bool isConstant() const { return attributeFlags_ & 2; }
+    bool inGroup(const host::Group& group, host::ReadContext& context) override;
+    void outSecond(host::GroupWriter& writer) const override;
+    int verticalModeCode() const override { return 74; }
+
+protected:
+    std::wstring tag_;
+    int attributeFlags_ = 0;
+};
+
+class AcDbAttributeDefinition : public AcDbAttribute {
+    HOST_DB_CLASS(AcDbAttributeDefinition)
+public:
+    const std::wstring& promptConst() const { return prompt_; }
+    Acad::ErrorStatus setPrompt(const ACHAR* prompt);
+    bool inGroup(const host::Group& group, host::ReadContext& context) override;
+    void outSecond(host::GroupWriter& writer) const override;
+
+private:
+    std::wstring prompt_;
+};
+
+class AcDbMText : public AcDbEntity {
+    HOST_DB_CLASS(AcDbMText)
+public:
+    enum AttachmentPoint {
+        kTopLeft = 1,
+        kTopCenter,
+        kTopRight,
+        kMiddleLeft,
+        kMiddleCenter,
+        kMiddleRight,
+        kBottomLeft,
+        kBottomCenter,
+        kBottomRight
+    };
+    AcGePoint3d location() const { return location_; }
+    Acad::ErrorStatus setLocation(const AcGePoint3d& location);
+    AcGeVector3d direction() const { return direction_; }
+    Acad::ErrorStatus setDirection(const AcGeVector3d& direction);
+    double rotation() const; // radians, in the plane of the normal
+    Acad::ErrorStatus setRotation(double angle);
+    AcGeVector3d normal() const { return normal_; }
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+    const std::wstring& contentsRaw() const { return contents_; } // with its formatting codes
+    ACHAR* contents() const;
+    std::wstring plainText() const; // lines parted by \n
+    Acad::ErrorStatus setContents(const ACHAR* text);
+    double width() const { return width_; } // of the column; 0: no wrapping
+    Acad::ErrorStatus setWidth(double width);
+    double textHeight() const { return height_; }
+    Acad::ErrorStatus setTextHeight(double height);
+    AttachmentPoint attachment() const { return attachment_; }
+    Acad::ErrorStatus setAttachment(AttachmentPoint point);
+    AcDbObjectId textStyle() const { return style_; }
+    Acad::ErrorStatus setTextStyle(AcDbObjectId style);
+    double lineSpacingFactor() const { return lineSpacing_; }
+
+    bool inGroup(const host::Group& group, host::ReadContext& context) override;
+    void inDone(host::ReadContext& context) override;
+    void outGroups(host::GroupWriter& writer) const override;
+
+private:
+    AcGePoint3d location_;
+    AcGeVector3d normal_ = AcGeVector3d::kZAxis, direction_ = AcGeVector3d::kXAxis;
+    std::wstring contents_;
+    AcDbObjectId style_;
+    double height_ = 2.5, width_ = 0, lineSpacing_ = 1;
+    AttachmentPoint attachment_ = kTopLeft;
+    int flow_ = 1, lineSpacingStyle_ = 1;
+    double rotationRead_ = 0;
+    bool rotationGiven_ = false;
+};
