@@ -7,13 +7,14 @@
 #include "host/ge/extents.h"
 #include "host/ge/matrix3d.h"
 #include "host/ge/plane.h"
+#include "host/gi/drawable.h"
 
 class AcGiWorldDraw;
 class AcGiViewportDraw;
 
 using AcDbVoidPtrArray = AcArray<void*>;
 
-class AcDbEntity : public AcDbObject {
+class AcDbEntity : public AcDbObject, public AcGiDrawable {
     ACRX_DECLARE_MEMBERS(AcDbEntity)
 public:
     // The block record that holds the entity; for a vertex or attribute, that of its whole.
@@ -84,8 +85,8 @@ public:
     Acad::ErrorStatus draw();
     void recordGraphicsModified(bool = true) { (void)willModify(); }
     // Draws into a context. True when done; false asks for viewportDraw.
-    Adesk::Boolean worldDraw(AcGiWorldDraw* context) const;
-    void viewportDraw(AcGiViewportDraw* context) const;
+    Adesk::Boolean worldDraw(AcGiWorldDraw* context) const override;
+    void viewportDraw(AcGiViewportDraw* context) const override;
 
     // The block record that this entity draws an instance of, or null.
     virtual AcDbObjectId referencedBlock() const { return {}; }
