@@ -1,0 +1,103 @@
+// Parts of old polylines and block references: waiting and resident ones.
+#include "host/ent/polyline_parts.h"
+
+#include <algorithm>
+
+#include "host/db/blocktable.h"
+#include "host/db/database.h"
+
+namespace host {
+
+namespace {
+std::unique_ptr<AcDbEntity> copyOf(const AcDbObject& part) {
+    return std::unique_ptr<AcDbEntity>(static_cast<AcDbEntity*>(part.clone()));
+}
+} // namespace
+
+OwnedParts::OwnedParts(const OwnedParts& from) : ids_(from.ids_), end_(from.end_) {
+    for (const auto& part : from.waiting_) waiting_.push_back(copyOf(*part));
+}
+OwnedParts& OwnedParts::operator=(const OwnedParts& from) {
+    if (this != &from) {
+        OwnedParts copy(from);
+        std::swap(ids_, copy.ids_), std::swap(waiting_, copy.waiting_), std::swap(end_, copy.end_);
+    }
+    return *this;
+}
+
+AcDbObjectId OwnedParts::append(AcDbEntity& whole, AcDbEntity* part, AcDbObjectId after) {
+    AcDbDatabase* database = whole.database();
+    if (!database) {
+        waiting_.emplace_back(part);
+        return {};
+    }
+    if (part->layerId().isNull()) part->setPropertiesFrom(&whole);
+    const AcDbObjectId id = database->append(part, whole.objectId());
+    const bool atEnd = after.isNull() || ids_.empty() || ids_.back() == after;
+    const auto place = atEnd ? ids_.end() : std::find(ids_.begin(), ids_.end(), after);
+    ids_.insert(place == ids_.end() ? place : place + 1, id);
+    return id;
+}
+
+AcDbObjectId OwnedParts::insertFirst(AcDbEntity& whole, AcDbEntity* part) {
+    const AcDbObjectId id = append(whole, part);
+    if (id.isNull())
+        std::rotate(waiting_.rbegin(), waiting_.rbegin() + 1, waiting_.rend());
+    else
+        std::rotate(ids_.rbegin(), ids_.rbegin() + 1, ids_.rend());
+    return id;
+}
+
+void OwnedParts::adopt(AcDbObjectId part) {
+    if (part.isValid() && AcDbSequenceEnd::cast(part.stub()->object))
+        end_ = part;
+    else
+        ids_.push_back(part);
+}
+
+void OwnedParts::join(AcDbEntity& whole, AcDbDatabase& database) {
+    if (waiting_.empty()) return;
+    ids_.reserve(ids_.size() + waiting_.size());
+    for (auto& part : waiting_) {
+        if (part->layerId().isNull()) part->setPropertiesFrom(&whole);
+        AcDbObject* resident = part.release();
+        ids_.push_back(database.append(static_cast<AcDbEntity*>(resident), whole.objectId()));
+        resident->close();
+    }
+    waiting_.clear();
+}
+
+void OwnedParts::list(std::vector<AcDbObjectId>& parts) const {
+    parts.insert(parts.end(), ids_.begin(), ids_.end());
+    if (!end_.isNull()) parts.push_back(end_);
+}
+
+void OwnedParts::detach() {
+    for (AcDbObjectId id : ids_)
+        if (id.isValid() && !id.isErased()) waiting_.push_back(copyOf(*id.stub()->object));
+    ids_.clear();
+    end_.setNull();
+}
+
+} // namespace host
+
+AcDbObjectIterator::AcDbObjectIterator(std::vector<AcDbObjectId> ids, bool skipDeleted)
+    : ids_(std::move(ids)) {
+    skip(1, skipDeleted);
+}
+void AcDbObjectIterator::start(bool atBeginning, bool skipDeleted) {
+    at_ = atBeginning ? 0 : long(ids_.size()) - 1;
+    skip(atBeginning ? 1 : -1, skipDeleted);
+}
+void AcDbObjectIterator::step(bool forward, bool skipDeleted) {
+    at_ += forward ? 1 : -1;
+    skip(forward ? 1 : -1, skipDeleted);
+}
+void AcDbObjectIterator::skip(long direction, bool skipDeleted) {
+    while (skipDeleted && !done() && ids_[size_t(at_)].isErased()) at_ += direction;
+}
+AcDbEntity* AcDbObjectIterator::entity() const {
+    AcDbEntity* entity = nullptr;
+    acdbOpenObject(entity, objectId(), AcDb::kForRead);
+    return entity;
+}

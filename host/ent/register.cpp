@@ -1,0 +1,25 @@
+// The list of entity classes.
+#include "host/ent/register.h"
+
+#include "host/db/blocktable.h"
+#include "host/ent/blockreference.h"
+#include "host/ent/conics.h"
+#include "host/ent/line.h"
+#include "host/ent/polyline.h"
+#include "host/ent/polyline2d.h"
+#include "host/ent/polyline3d.h"
+#include "host/ent/spline.h"
+#include "host/ent/text.h"
+
+namespace host {
+namespace {
+template <class... Classes> void describe() { (Classes::desc(), ...); }
+} // namespace
+
+void registerEntityClasses() {
+    describe<AcDbLine, AcDbPoint, AcDbCircle, AcDbArc, AcDbEllipse, AcDbPolyline, AcDb2dPolyline,
+             AcDb2dVertex, AcDb3dPolyline, AcDb3dPolylineVertex, AcDbSpline, AcDbText, AcDbAttribute,
+             AcDbAttributeDefinition, AcDbMText, AcDbBlockReference>();
+}
+
+} // namespace host
