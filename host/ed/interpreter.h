@@ -1,0 +1,30 @@
+// The command loop: takes a command's name from the front end, finds it, runs it as one undo step.
+#pragma once
+#include <string>
+
+namespace host {
+
+enum class CommandResult { ended, cancelled, failed, unknown };
+
+// Thrown through a command when the script has run dry or the user pressed Esc too often; caught by
+// runCommand. Handlers let it pass and nothing else throws through them.
+struct CommandUnwound {};
+
+// Runs one command by name: locks the document, opens an undo step, tells the editor reactors, unwinds on
+// exhaustion. Inside another command it needs the transparent flag ("'" before the name) or acedCommandS.
+CommandResult runCommand(const std::wstring& name);
+
+struct LoopOutcome {
+    int commands = 0;
+    bool unknownCommand = false; // at least one
+    bool ranDry = false;         // a command still asked when the answers ended
+    bool leftOver = false;       // answers stood where no command asked
+    bool quit = false;
+};
+// Asks for commands until the front end is exhausted or QUIT ends it. Enter repeats the last command.
+LoopOutcome commandLoop();
+
+// Registers the host's own commands (UNDO, U, REDO, SETVAR, SAVEAS, QUIT, LINE ...), once.
+void registerHostCommands();
+
+} // namespace host
