@@ -17,7 +17,7 @@ inline constexpr double kKnot = 1e-12;
 // Conjugate half axes that make a circle.
 inline constexpr double kCircle = 1e-13;
 // Squared distances that no further search for a closest point would improve.
-inline constexpr double kClosest = 1e-15;
+inline constexpr double kClosest = 1e-19;
 // Sines of angles below which directions are parallel.
 inline constexpr double kParallel = 1e-12;
 // |bulge| below which quotients with the bulge are taken from their series.

@@ -80,10 +80,11 @@ BulgeClosest BulgeSegment::closestTo(const AcGePoint2d& point) const {
     if (size > 0 && bulge == 0) {
         f = std::clamp(v.dotProduct(c) / size, 0.0, 1.0);
     } else if (size > 0) {
-        // The direction from the centre, times the bulge, against the direction to the middle of the arc.
-        const AcGeVector2d w = (v - c * 0.5) * bulge - c.perpVector() * (0.25 * (1 - bulge * bulge));
-        const AcGeVector2d apex = -c.perpVector();
-        f = 0.5 + std::atan2(apex.crossProduct(w), apex.dotProduct(w)) / sweep();
+        // The angle from the middle of the arc, seen from the centre, with both lengths times the bulge.
+        const AcGeVector2d w = v - c * 0.5;
+        const double across = bulge * w.dotProduct(c);
+        const double along = 0.25 * (1 - bulge * bulge) * size - bulge * w.dotProduct(c.perpVector());
+        f = 0.5 + std::atan2(across, along) / sweep();
         if (!(f >= 0 && f <= 1)) f = point.distanceTo(start) <= point.distanceTo(end) ? 0 : 1;
     }
     const AcGePoint2d foot = pointAt(f);

@@ -78,12 +78,15 @@ Quadrants stationaryAngles(double x, double y, double b) {
         return ValueAndSlope{x * s - by * c - k * s * c, x * c + by * s - k * (c * c - s * s)};
     };
     Quadrants result;
-    result.own = rootInBracket(slope, 0, kPi / 2, std::atan2(y, b * x));
+    // At the rounded right angle the sign is lost for points that lie on the minor axis.
+    result.own = slope(kPi / 2).value <= 0 ? kPi / 2 : rootInBracket(slope, 0, kPi / 2, std::atan2(y, b * x));
     // Across the major axis the slope over sin cos is k - x / cos - b y / sin, highest where tan^3 = b y / x.
     const double crest = -std::atan(std::cbrt(by / x));
     if (slope(crest).value > 0 && crest > -kPi / 2) {
         result.hasOther = true;
-        result.other = rootInBracket(slope, -kPi / 2, crest, 0.5 * (crest - kPi / 2));
+        result.other = slope(-kPi / 2).value >= 0
+                           ? -kPi / 2
+                           : rootInBracket(slope, -kPi / 2, crest, 0.5 * (crest - kPi / 2));
     }
     return result;
 }
