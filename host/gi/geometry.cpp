@@ -16,6 +16,12 @@ Adesk::Boolean AcGiGeometry::pushModelTransform(const AcGeVector3d& normal) {
     return pushModelTransform(matrix.setToPlaneToWorld(normal));
 }
 
+Adesk::Boolean AcGiGeometry::polyPolygon(Adesk::UInt32 loops, const Adesk::UInt32* counts,
+                                         const AcGePoint3d* points) {
+    for (Adesk::UInt32 i = 0; i < loops; points += counts[i++]) polygon(counts[i], points);
+    return false;
+}
+
 Adesk::Boolean AcGiGeometry::circle(const AcGePoint3d& center, double radius, const AcGeVector3d& normal) {
     return circularArc(center, radius, normal, normal.perpVector(), 2 * M_PI);
 }

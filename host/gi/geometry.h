@@ -54,6 +54,10 @@ public:
     virtual Adesk::Boolean polyline(Adesk::UInt32 count, const AcGePoint3d* points,
                                     const AcGeVector3d* normal = nullptr, Adesk::GsMarker marker = -1) = 0;
     virtual Adesk::Boolean polygon(Adesk::UInt32 count, const AcGePoint3d* points) = 0;
+    // Several loops filled together by the odd-even rule: those inside others are holes. `counts` holds
+    // the number of points of each loop.
+    virtual Adesk::Boolean polyPolygon(Adesk::UInt32 loops, const Adesk::UInt32* counts,
+                                       const AcGePoint3d* points);
 
     virtual Adesk::Boolean circle(const AcGePoint3d& center, double radius, const AcGeVector3d& normal);
     virtual Adesk::Boolean circle(const AcGePoint3d& p1, const AcGePoint3d& p2, const AcGePoint3d& p3);

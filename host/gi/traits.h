@@ -43,6 +43,7 @@ struct TraitValues {
     AcDb::LineWeight lineWeight = AcDb::kLnWtByLayer;
     AcGiFillType fill = kAcGiFillNever;
     Adesk::GsMarker marker = 0;
+    bool operator==(const TraitValues&) const = default;
 };
 
 // Traits that are kept as they were set. Scales that aren't above 0 and thicknesses that are no

@@ -1,0 +1,97 @@
+// What entities, layers and linetypes of a drawing look like.
+#include "host/view/database_source.h"
+
+#include <cmath>
+
+#include "host/db/database.h"
+#include "host/os/text.h"
+#include "host/view/collector.h"
+
+namespace host {
+namespace {
+
+// Drawing changes nothing, so a record that someone is writing may be read all the same.
+template <class T> const T* peek(AcDbObjectId id) {
+    const AcDbObject* object = id.isNull() ? nullptr : id.stub()->object;
+    return object && !object->isErased() ? dynamic_cast<const T*>(object) : nullptr;
+}
+
+// Alpha stands in the low byte where the code's method byte says so; else it is by layer or by block.
+std::uint8_t opacityOf(Adesk::UInt32 code) {
+    constexpr Adesk::UInt32 byAlpha = 0x02000000;
+    return code & byAlpha ? static_cast<std::uint8_t>(code & 0xFF) : 255;
+}
+
+} // namespace
+
+DrawableLook DatabaseSource::look(const AcGiDrawable& drawable) {
+    DrawableLook look;
+    const auto* entity = dynamic_cast<const AcDbEntity*>(&drawable);
+    if (!entity) return look;
+    look.visible = entity->visibility() == AcDb::kVisible && !entity->isErased();
+    look.traits.color = entity->color();
+    look.traits.layer = entity->layerId();
+    look.traits.linetype = entity->linetypeId();
+    look.traits.linetypeScale = entity->linetypeScale();
+    look.traits.lineWeight = entity->lineWeight();
+    look.opacity = opacityOf(entity->transparencyCode());
+    look.block = entity->referencedBlock();
+    return look;
+}
+
+LayerLook DatabaseSource::layer(AcDbObjectId id) {
+    LayerLook look;
+    const auto* record = peek<AcDbLayerTableRecord>(id);
+    if (!record) return look;
+    look.name = record->name();
+    look.isZero = look.name == L"0";
+    look.color = record->color();
+    look.linetype = record->linetypeObjectId();
+    look.weight = record->lineWeight();
+    look.off = record->isOff();
+    look.frozen = record->isFrozen();
+    look.plottable = record->isPlottable();
+    return look;
+}
+
+LinetypeLook DatabaseSource::linetype(AcDbObjectId id) {
+    LinetypeLook look;
+    const auto* record = peek<AcDbLinetypeTableRecord>(id);
+    if (!record) return look;
+    if (equalNoCase(record->name(), L"ByLayer"))
+        look.kind = LinetypeKind::byLayer;
+    else if (equalNoCase(record->name(), L"ByBlock"))
+        look.kind = LinetypeKind::byBlock;
+    for (const auto& dash : record->dashes()) look.dashes.push_back(dash.length);
+    return look;
+}
+
+double DatabaseSource::linetypeScale() {
+    const double scale = database_ ? database_->ltscale() : 1;
+    return scale > 0 && std::isfinite(scale) ? scale : 1;
+}
+
+bool DatabaseSource::fillMode() { return !database_ || database_->headerInteger("$FILLMODE", 1) != 0; }
+
+namespace {
+
+// A part of the drawing's size, from what its header says of it.
+double curveError(const AcDbDatabase& database) {
+    const double size = database.extmin().distanceTo(database.extmax());
+    return size > 0 && size < 1e18 ? size * 1e-4 : 0.01;
+}
+
+} // namespace
+
+DisplayList displaySpace(AcDbDatabase& database, AcDbObjectId space, DisplayOptions options) {
+    DatabaseSource source(&database);
+    if (!(options.chordError > 0)) options.chordError = curveError(database);
+    DisplayCollector collector(source, std::move(options));
+    const auto* record = peek<AcDbBlockTableRecord>(space.isNull() ? database.currentSpaceId() : space);
+    if (!record) return {};
+    for (AcDbObjectId id : record->entities())
+        if (const auto* entity = peek<AcDbEntity>(id)) collector.add(*entity, id);
+    return collector.take();
+}
+
+} // namespace host

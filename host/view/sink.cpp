@@ -1,0 +1,153 @@
+// Primitives into the list. Wide polylines and text stand in sink_shapes.cpp.
+#include "host/view/sink.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace host {
+namespace {
+
+bool isFinite(const AcGePoint3d& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
+
+} // namespace
+
+bool DisplaySink::push(const AcGeMatrix3d& matrix) {
+    if (stack_.size() >= 2 * kDeepestNesting) return false;
+    stack_.push_back(model() * matrix);
+    return true;
+}
+
+bool DisplaySink::pop() {
+    if (stack_.empty()) return false;
+    stack_.pop_back();
+    return true;
+}
+
+bool DisplaySink::isFull() {
+    if (list_.truncated) return true;
+    list_.truncated = list_.points.size() > options_.mostPoints || drawables_ > options_.mostDrawables;
+    if (!list_.truncated && options_.aborted && drawables_ % 256 == 0) list_.truncated = options_.aborted();
+    return list_.truncated;
+}
+
+bool DisplaySink::enter(const AcGiDrawable&, const DrawableLook& look) {
+    ++drawables_;
+    if (!look.visible || isFull() || depth_ >= kDeepestNesting) return false;
+    if (resolver_.isFrozen(look.traits.layer)) return false;
+    return look.block.isNull() || std::find(blocks_.begin(), blocks_.end(), look.block) == blocks_.end();
+}
+
+const ResolvedStyle& DisplaySink::style() {
+    if (!resolvedValid_ || !(resolvedFor_ == traits.values)) {
+        resolved_ = resolver_.resolve(traits.values, state_.opacity, state_.inherited);
+        resolvedFor_ = traits.values;
+        resolvedValid_ = true;
+    }
+    return resolved_;
+}
+
+DashPattern DisplaySink::pattern(double modelScale) {
+    const double scale = source_.linetypeScale() * traits.values.linetypeScale;
+    return DashPattern::scaled(*style().dashes, modelScale > 0 ? scale / modelScale : scale);
+}
+
+DisplayPrimitive& DisplaySink::begin(DisplayPrimitive::Kind kind) {
+    DisplayPrimitive primitive;
+    primitive.kind = kind;
+    primitive.style = style().style;
+    primitive.owner = list_.owners.empty() ? 0 : static_cast<std::uint32_t>(list_.owners.size() - 1);
+    primitive.first = static_cast<std::uint32_t>(list_.contourEnds.size());
+    primitive.marker = traits.values.marker;
+    list_.primitives.push_back(primitive);
+    return list_.primitives.back();
+}
+
+void DisplaySink::addContour(std::span<const AcGePoint3d> world) {
+    list_.points.insert(list_.points.end(), world.begin(), world.end());
+    list_.contourEnds.push_back(static_cast<std::uint32_t>(list_.points.size()));
+    ++list_.primitives.back().count;
+}
+
+// Boxes the primitive begun last; one without contours, or with a point that is no place, is taken away.
+void DisplaySink::finish() {
+    DisplayPrimitive& primitive = list_.primitives.back();
+    const std::uint32_t from = primitive.first == 0 ? 0 : list_.contourEnds[primitive.first - 1];
+    bool sound = list_.points.size() > from;
+    for (std::size_t i = from; i < list_.points.size() && sound; ++i) {
+        sound = isFinite(list_.points[i]);
+        primitive.box.addPoint(list_.points[i]);
+    }
+    if (!sound) {
+        list_.points.resize(from);
+        list_.contourEnds.resize(primitive.first);
+        list_.primitives.pop_back();
+    } else if (primitive.kind != DisplayPrimitive::Kind::ray &&
+               primitive.kind != DisplayPrimitive::Kind::xline) {
+        list_.extents.addExt(primitive.box);
+    }
+}
+
+std::vector<AcGePoint3d> DisplaySink::toWorld(std::span<const AcGePoint3d> points) const {
+    std::vector<AcGePoint3d> world(points.begin(), points.end());
+    if (!stack_.empty())
+        for (AcGePoint3d& p : world) p = stack_.back() * p;
+    return world;
+}
+
+void DisplaySink::dashed(std::span<const AcGePoint3d> world, const DashPattern& dashes) {
+    if (dashes.isContinuous()) {
+        addContour(world);
+        return;
+    }
+    const std::vector<double> at = pathDistances(world);
+    forEachDash(world, std::span<const double>(at), dashes,
+                [&](std::span<const AcGePoint3d> dash) { addContour(dash); });
+}
+
+void DisplaySink::polyline(std::span<const AcGePoint3d> points, const AcGeVector3d* normal,
+                           Adesk::GsMarker marker) {
+    if (points.empty() || isFull() || !style().shown) return;
+    const std::vector<AcGePoint3d> world = toWorld(points);
+    if (!std::all_of(world.begin(), world.end(), isFinite)) return;
+    DisplayPrimitive& primitive = begin(DisplayPrimitive::Kind::line);
+    if (marker >= 0) primitive.marker = marker;
+    dashed(world, pattern(1));
+    if (traits.values.thickness != 0) thicken(points, normal ? *normal : AcGeVector3d::kZAxis);
+    finish();
+}
+
+// The path once more at the other end of its thickness, and the edges between the two.
+void DisplaySink::thicken(std::span<const AcGePoint3d> points, const AcGeVector3d& normal) {
+    const AcGeVector3d rise = normal * traits.values.thickness;
+    std::vector<AcGePoint3d> raised(points.begin(), points.end());
+    for (AcGePoint3d& p : raised) p += rise;
+    addContour(toWorld(raised));
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const AcGePoint3d edge[] = {points[i], raised[i]};
+        addContour(toWorld(edge));
+    }
+}
+
+void DisplaySink::polygon(std::span<const Adesk::UInt32> counts, const AcGePoint3d* points) {
+    if (isFull() || !style().shown) return;
+    const bool filled = traits.values.fill == kAcGiFillAlways && source_.fillMode();
+    begin(filled ? DisplayPrimitive::Kind::area : DisplayPrimitive::Kind::line);
+    for (Adesk::UInt32 count : counts) {
+        std::vector<AcGePoint3d> world = toWorld({points, count});
+        points += count;
+        if (world.size() < 2) continue;
+        if (!filled) world.push_back(world.front());
+        addContour(world);
+    }
+    finish();
+}
+
+void DisplaySink::endless(DisplayPrimitive::Kind kind, const AcGePoint3d& on, const AcGePoint3d& through) {
+    const AcGePoint3d points[] = {on, through};
+    if (on.distanceTo(through) == 0 || isFull() || !style().shown) return;
+    begin(kind);
+    addContour(toWorld(points));
+    finish();
+}
+
+} // namespace host

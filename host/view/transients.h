@@ -1,0 +1,53 @@
+// AcGiTransientManager: what is shown for a moment and belongs to no drawing: rubber shapes, gizmos,
+// highlights. Each drawable is drawn into a display list when it is added and when it is updated; front
+// ends show the lists.
+#pragma once
+
+#include <vector>
+
+#include "host/ge/array.h"
+#include "host/view/display_list.h"
+
+class AcGiDrawable;
+
+enum AcGiTransientDrawingMode {
+    kAcGiMain = 0,
+    kAcGiSprite = 1,
+    kAcGiDirectShortTerm = 2,
+    kAcGiHighlight = 3,
+    kAcGiDirectTopmost = 4,
+    kAcGiContrast = 5
+};
+
+class AcGiTransientManager {
+public:
+    struct Entry {
+        const AcGiDrawable* drawable;
+        AcGiTransientDrawingMode mode;
+        int subMode;
+        std::vector<int> viewports; // empty: all
+        host::DisplayList picture;
+    };
+
+    // False for null and for a drawable that is there already in that mode. The drawable stays the caller's,
+    // who takes it out before it dies. An empty list of viewports means all.
+    bool addTransient(AcGiDrawable* drawable, AcGiTransientDrawingMode mode, int subMode,
+                      const AcArray<int>& viewports);
+    bool updateTransient(AcGiDrawable* drawable, const AcArray<int>& viewports);
+    bool eraseTransient(AcGiDrawable* drawable, const AcArray<int>& viewports);
+    // Those of one mode and sub-mode; of all sub-modes for -1. False when there were none.
+    bool eraseTransients(AcGiTransientDrawingMode mode, int subMode, const AcArray<int>& viewports);
+    int getFreeSubDrawingMode(AcGiTransientDrawingMode mode, int& subMode,
+                              const AcArray<int>& viewports) const;
+
+    // In drawing order: by mode and sub-mode, then as they were added.
+    const std::vector<Entry>& entries() const { return entries_; }
+    // Grows with every change, so that a front end sees when to draw again.
+    unsigned generation() const { return generation_; }
+
+private:
+    std::vector<Entry> entries_;
+    unsigned generation_ = 0;
+};
+
+AcGiTransientManager* acgiGetTransientManager();
