@@ -67,6 +67,11 @@ struct BezierPiece {
 };
 using HomogeneousPole = BezierPiece::Pole;
 
+struct BezierHalves {
+    BezierPiece first, second;
+};
+BezierHalves halved(const BezierPiece& piece);
+
 // The same curve on another knot vector that holds every knot of the old one (inside its domain) at least as
 // often. Poles are blossoms (Ramshaw, 1989), each computed from the middle of its own span: stable and linear
 // in size.

@@ -49,25 +49,6 @@ bool staysBeyond(const BezierPiece& piece, double bound) {
     return true;
 }
 
-struct Halves {
-    BezierPiece first, second;
-};
-
-Halves halved(const BezierPiece& piece) {
-    Halves h{piece, piece};
-    const double middle = 0.5 * (piece.from + piece.to);
-    h.first.to = h.second.from = middle;
-    const size_t degree = piece.poles.size() - 1;
-    auto& right = h.second.poles;
-    for (size_t n = degree + 1; n-- > 0;) {
-        h.first.poles[degree - n] = right[0];
-        for (size_t i = 0; i < n; ++i)
-            right[i] = {0.5 * (right[i].x + right[i + 1].x), 0.5 * (right[i].y + right[i + 1].y),
-                        0.5 * (right[i].z + right[i + 1].z), 0.5 * (right[i].w + right[i + 1].w)};
-    }
-    return h;
-}
-
 } // namespace
 
 struct ClosestPointFinder::Search {
@@ -116,7 +97,7 @@ void ClosestPointFinder::descend(Search& search, const BezierPiece& piece, int d
     if (depth <= 0 || !(piece.from < middle && middle < piece.to)) return offer(search, middle);
     offer(search, middle);
     if (depth > kDepth - 6 || depth % 8 == 0) offer(search, polish(search.point, middle));
-    const Halves h = halved(piece);
+    const BezierHalves h = halved(piece);
     descend(search, h.first, depth - 1);
     descend(search, h.second, depth - 1);
 }

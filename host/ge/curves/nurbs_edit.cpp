@@ -120,6 +120,22 @@ AcGePoint3d BezierPiece::point(double s) const {
     return origin + AcGeVector3d(p[0].x, p[0].y, p[0].z) / p[0].w;
 }
 
+// de Casteljau at the middle.
+BezierHalves halved(const BezierPiece& piece) {
+    BezierHalves h{piece, piece};
+    const double middle = 0.5 * (piece.from + piece.to);
+    h.first.to = h.second.from = middle;
+    const size_t degree = piece.poles.size() - 1;
+    auto& right = h.second.poles;
+    for (size_t n = degree + 1; n-- > 0;) {
+        h.first.poles[degree - n] = right[0];
+        for (size_t i = 0; i < n; ++i)
+            right[i] = {0.5 * (right[i].x + right[i + 1].x), 0.5 * (right[i].y + right[i + 1].y),
+                        0.5 * (right[i].z + right[i + 1].z), 0.5 * (right[i].w + right[i + 1].w)};
+    }
+    return h;
+}
+
 Nurbs onKnots(const Nurbs& curve, std::vector<double> knots) {
     return rebuilt(curve, std::move(knots), curve.degree);
 }
