@@ -9,7 +9,7 @@
 namespace {
 
 using host::ge::kTwoPi;
-const AcGeTol kExact = AcGeTol().setEqualPoint(0).setEqualVector(0);
+constexpr AcGeTol kExact = AcGeTol().setEqualPoint(0).setEqualVector(0);
 
 // An end angle above the start angle by at most one turn.
 double endAfter(double start, double end) {

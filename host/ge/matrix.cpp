@@ -8,7 +8,7 @@
 
 namespace {
 
-const AcGeTol kExact = AcGeTol().setEqualPoint(0).setEqualVector(0);
+constexpr AcGeTol kExact = AcGeTol().setEqualPoint(0).setEqualVector(0);
 
 AcGeVector3d column(const AcGeMatrix3d& m, unsigned c) {
     return {m.entry[0][c], m.entry[1][c], m.entry[2][c]};

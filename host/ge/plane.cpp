@@ -9,7 +9,7 @@
 
 namespace {
 
-const AcGeTol kExact = AcGeTol().setEqualPoint(0).setEqualVector(0);
+constexpr AcGeTol kExact = AcGeTol().setEqualPoint(0).setEqualVector(0);
 
 // Parameter of the foot of the perpendicular, kept in the range; 0 for things of no length.
 template <class P, class V>

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "host/ge/curves/interpolate.h"
+#include "host/ge/curves/intersect.h"
 #include "host/ge/curves/nurbs_measure.h"
 #include "host/ge/curves/sampling.h"
 
@@ -84,5 +85,19 @@ void flattening(benchmark::State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(flatten(c, {1e-3, 1000000}).size());
 }
 BENCHMARK(flattening)->Arg(10)->Arg(1000);
+
+void intersections(benchmark::State& state) {
+    const Nurbs c = wave(state.range(0)), moved = transformed(c, AcGeMatrix3d::translation({0.5, 0, 0}));
+    const AcGeMatrix3d flat = AcGeMatrix3d::scaling(AcGeScale3d(1, 1, 0));
+    const Nurbs first = transformed(c, flat), second = transformed(moved, flat);
+    for (auto _ : state) benchmark::DoNotOptimize(intersect(first, second).points.size());
+}
+BENCHMARK(intersections)->Arg(10)->Arg(100)->Arg(1000);
+
+void touchingCircles(benchmark::State& state) {
+    const EllipticArc a = fullCircle({}, {0, 0, 1}, 5), b = fullCircle({4.2, 5.6, 0}, {0, 0, 1}, 2);
+    for (auto _ : state) benchmark::DoNotOptimize(intersect(a, b).points.size());
+}
+BENCHMARK(touchingCircles);
 
 } // namespace

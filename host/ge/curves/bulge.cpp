@@ -12,7 +12,7 @@ namespace host::ge {
 
 namespace {
 
-const AcGeTol kExact = AcGeTol().setEqualPoint(0).setEqualVector(0);
+constexpr AcGeTol kExact = AcGeTol().setEqualPoint(0).setEqualVector(0);
 
 AcGeVector2d rotated(AcGeVector2d v, double angle) { return v.rotateBy(angle); }
 

@@ -10,7 +10,7 @@ namespace host::ge {
 
 namespace {
 
-const AcGeTol kExact = AcGeTol().setEqualPoint(0).setEqualVector(0);
+constexpr AcGeTol kExact = AcGeTol().setEqualPoint(0).setEqualVector(0);
 constexpr double kTurn = 2 * kPi;
 
 // Carlson's symmetric integral of the first kind.

@@ -30,12 +30,18 @@ public:
 
     Intersections run() {
         findShared();
-        const std::vector<BezierPiece> as = bezierPieces(a_), bs = bezierPieces(b_);
+        const std::vector<BezierPiece> as = bezierPieces(a_);
+        std::vector<BezierPiece> bs = bezierPieces(b_);
+        // By their left sides, so that a piece looks only at those that begin before it ends.
+        std::sort(bs.begin(), bs.end(), [](const BezierPiece& p, const BezierPiece& q) {
+            const double l = hull(p).minPoint().x, r = hull(q).minPoint().x;
+            return l != r ? l < r : p.from < q.from;
+        });
         std::vector<AcDbExtents> boxes;
         for (const BezierPiece& b : bs) boxes.push_back(hull(b));
         for (const BezierPiece& a : as) {
             const AcDbExtents box = hull(a);
-            for (size_t i = 0; i < bs.size(); ++i)
+            for (size_t i = 0; i < bs.size() && boxes[i].minPoint().x <= box.maxPoint().x + tolerance_; ++i)
                 if (meet(box, boxes[i])) descend(a, bs[i], kDepth);
         }
         gather();

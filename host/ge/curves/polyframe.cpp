@@ -11,7 +11,7 @@ namespace host::ge {
 
 namespace {
 
-const AcGeTol kExact = AcGeTol().setEqualPoint(0).setEqualVector(0);
+constexpr AcGeTol kExact = AcGeTol().setEqualPoint(0).setEqualVector(0);
 
 Nurbs openSpline(const std::vector<AcGePoint3d>& frame, int degree) {
     Nurbs c;
