@@ -46,6 +46,8 @@ public:
     // To all loaded modules, in the order of loading.
     void broadcast(AcRx::AppMsgCode message);
     std::vector<std::wstring> loaded() const;
+    // An exported symbol of the first loaded module that has it, or null.
+    void* symbol(const char* name) const;
 
 private:
     struct Module {

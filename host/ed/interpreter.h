@@ -24,6 +24,14 @@ struct LoopOutcome {
 // Asks for commands until the front end is exhausted or QUIT ends it. Enter repeats the last command.
 LoopOutcome commandLoop();
 
+// How many commands run inside each other, and their global names as CMDNAMES shows them, outermost first.
+int runningCommands();
+std::wstring runningCommandNames();
+// The command that runs was stopped by Esc: it counts as cancelled when it returns.
+void noteCancelled();
+// Ends the command loop after the command that runs.
+void askQuit();
+
 // Registers the host's own commands (UNDO, U, REDO, SETVAR, SAVEAS, QUIT, LINE ...), once.
 void registerHostCommands();
 

@@ -11,6 +11,11 @@ std::string& overridden() {
     return tag;
 }
 
+std::string& requested() {
+    static std::string tag;
+    return tag;
+}
+
 std::string tagOf(std::string name) {
     name.erase(std::min(name.find_first_of(".@"), name.size()));
     if (name == "C" || name == "POSIX" || name.empty()) return "en";
@@ -31,6 +36,9 @@ std::string languageTag() {
         if (const char* value = std::getenv(variable); value && *value) return tagOf(value);
     return "en";
 }
+
+std::string requestedLanguage() { return requested(); }
+void setRequestedLanguage(std::string tag) { requested() = std::move(tag); }
 
 void setLanguageTag(std::string tag) { overridden() = std::move(tag); }
 

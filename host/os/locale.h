@@ -12,4 +12,8 @@ std::string languageTag();
 // Takes the place of the environment's; an empty one gives it back.
 void setLanguageTag(std::string tag);
 
+// The language that the user asked this run to speak (a program's --lang); empty when none was asked for.
+std::string requestedLanguage();
+void setRequestedLanguage(std::string tag);
+
 } // namespace host

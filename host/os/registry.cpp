@@ -230,6 +230,29 @@ bool Registry::hasKey(std::wstring_view key) {
     return keys_.find(key) != keys_.end();
 }
 
+std::vector<std::wstring> Registry::subkeys(std::wstring_view key) {
+    load();
+    while (key.ends_with(L'\\')) key.remove_suffix(1);
+    std::vector<std::wstring> below;
+    for (const auto& [name, values] : keys_) {
+        if (name.size() <= key.size() + 1 || name[key.size()] != L'\\' ||
+            !equalNoCase(name.substr(0, key.size()), key))
+            continue;
+        std::wstring sub = name.substr(key.size() + 1);
+        sub.resize(std::min(sub.find(L'\\'), sub.size()));
+        if (below.empty() || !equalNoCase(below.back(), sub)) below.push_back(std::move(sub));
+    }
+    return below;
+}
+
+std::vector<std::wstring> Registry::names(std::wstring_view key) {
+    load();
+    std::vector<std::wstring> all;
+    if (const auto values = keys_.find(key); values != keys_.end())
+        for (const auto& [name, value] : values->second) all.push_back(name);
+    return all;
+}
+
 std::string Registry::apply(Change change) {
     load();
     enact(keys_, change);

@@ -31,6 +31,9 @@ public:
     std::optional<std::wstring> text(std::wstring_view key, std::wstring_view name);
     std::optional<RegistryBytes> bytes(std::wstring_view key, std::wstring_view name);
     bool hasKey(std::wstring_view key);
+    // The keys right below one, and the names of a key's values, in order without regard to case.
+    std::vector<std::wstring> subkeys(std::wstring_view key);
+    std::vector<std::wstring> names(std::wstring_view key);
 
     // Written at once; the error says why the file could not be. Between begin and end of a batch
     // nothing is written until the last end.

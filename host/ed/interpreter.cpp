@@ -1,0 +1,131 @@
+// The command loop and the running of one command.
+#include "host/ed/interpreter.h"
+
+#include <vector>
+
+#include "host/ed/application.h"
+#include "host/ed/commands.h"
+#include "host/ed/document.h"
+#include "host/ed/editor.h"
+#include "host/ed/editor_reactor.h"
+#include "host/ed/frontend.h"
+#include "host/os/text.h"
+
+namespace host {
+namespace {
+
+struct Running {
+    std::wstring name;
+    bool cancelled = false;
+};
+std::vector<Running> running;
+bool quitAsked = false;
+
+AcEdCommandStack* stack() { return static_cast<AcEdCommandStack*>(acrxSysRegistry()->at(ACRX_COMMAND_DOCK)); }
+
+const AcEdCommand* findCommand(const std::wstring& name) {
+    if (const AcEdCommand* command = stack()->lookUpCmd(name.c_str())) return command;
+    const std::wstring plain = name.substr(std::min(name.find_first_not_of(L"_."), name.size()));
+    const std::wstring module = demandLoadModule(plain);
+    if (module.empty() || !acrxDynamicLinker->loadModule(module.c_str())) return nullptr;
+    return stack()->lookUpCmd(name.c_str());
+}
+
+// Round one command: the document's lock, the undo step, the reactors' moments.
+class CommandScope {
+public:
+    explicit CommandScope(const AcEdCommand& command) : document_(curDoc()), name_(command.globalName()) {
+        running.push_back({name_, false});
+        if (!document_) return;
+        acDocManagerPtr()->lockDocument(document_, AcAp::kWrite, name_.c_str(), command.localName(), true);
+        document_->database()->undoLog().begin(name_);
+        acedEditorPtr()->each([&](AcEditorReactor& r) { r.commandWillStart(name_.c_str()); });
+    }
+    // Reactors change the drawing at the end of a command: inside its undo step.
+    void finish(CommandResult result) {
+        if (result == CommandResult::ended && running.back().cancelled) result = CommandResult::cancelled;
+        acedEditorPtr()->each([&](AcEditorReactor& r) {
+            if (result == CommandResult::ended)
+                r.commandEnded(name_.c_str());
+            else if (result == CommandResult::cancelled)
+                r.commandCancelled(name_.c_str());
+            else
+                r.commandFailed(name_.c_str());
+        });
+        result_ = result;
+    }
+    CommandResult result() const { return result_; }
+    ~CommandScope() {
+        running.pop_back();
+        if (!document_) return;
+        document_->database()->undoLog().end();
+        acDocManagerPtr()->unlockDocument(document_);
+        if (running.empty()) frontEnd().redraw();
+    }
+
+private:
+    AcApDocument* document_;
+    std::wstring name_;
+    CommandResult result_ = CommandResult::failed;
+};
+
+} // namespace
+
+int runningCommands() { return int(running.size()); }
+std::wstring runningCommandNames() {
+    std::wstring names;
+    for (const Running& command : running) names += (names.empty() ? L"" : L"'") + command.name;
+    return names;
+}
+void noteCancelled() {
+    if (!running.empty()) running.back().cancelled = true;
+}
+void askQuit() { quitAsked = true; }
+
+CommandResult runCommand(const std::wstring& name) {
+    const bool transparent = name.starts_with(L'\'');
+    const AcEdCommand* command = findCommand(name.substr(transparent ? 1 : 0));
+    if (!command) return CommandResult::unknown;
+    if (transparent && !running.empty() && !command->isTransparent()) {
+        frontEnd().print(L"\nThe command " + std::wstring(command->localName()) +
+                         L" can't be used transparently.");
+        return CommandResult::failed;
+    }
+    CommandScope scope(*command);
+    try {
+        command->functionAddr()();
+        scope.finish(CommandResult::ended);
+    } catch (const CommandUnwound&) {
+        scope.finish(CommandResult::cancelled);
+        if (running.size() > 1) throw;
+    }
+    return scope.result();
+}
+
+LoopOutcome commandLoop() {
+    LoopOutcome outcome;
+    std::wstring last;
+    quitAsked = false;
+    PromptRequest request;
+    request.text = L"\nCommand: ";
+    while (!quitAsked) {
+        const PromptReply reply = frontEnd().ask(request);
+        if (reply.kind == PromptReply::Kind::exhausted) break;
+        if (reply.kind == PromptReply::Kind::cancel) continue;
+        const bool repeat = reply.kind == PromptReply::Kind::enter || reply.text.empty();
+        const std::wstring name = repeat ? last : reply.text;
+        if (name.empty()) continue;
+        ++outcome.commands;
+        const CommandResult result = runCommand(name);
+        if (result == CommandResult::unknown) {
+            outcome.unknownCommand = true;
+            frontEnd().print(L"\nUnknown command \"" + name + L"\". Type HELP for the list of commands.");
+        } else {
+            last = name;
+        }
+    }
+    outcome.quit = quitAsked;
+    return outcome;
+}
+
+} // namespace host

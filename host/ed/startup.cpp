@@ -1,0 +1,22 @@
+// What must stand before anything else runs.
+#include "host/ed/startup.h"
+
+#include "host/ed/application.h"
+#include "host/ed/commands.h"
+#include "host/ed/interpreter.h"
+#include "host/ent/register.h"
+
+namespace host {
+
+void startHost() {
+    static bool started = false;
+    if (started) return;
+    started = true;
+    registerEntityClasses();
+    static AcEdCommandStack stack;
+    acrxSysRegistry()->atPut(ACRX_COMMAND_DOCK, &stack);
+    acrxSysRegistry()->atPut(ACRX_DYNAMIC_LINKER, acrxDynamicLinkerPtr());
+    registerHostCommands();
+}
+
+} // namespace host
