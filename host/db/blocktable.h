@@ -1,5 +1,7 @@
 // Blocks: named collections of entities. Model space and the layouts' spaces are blocks too.
 #pragma once
+#include <map>
+
 #include "host/db/entity.h"
 #include "host/db/symboltable.h"
 
@@ -31,6 +33,10 @@ public:
 protected:
     // "*U", "*D", "*T" ... become the next free anonymous name.
     Acad::ErrorStatus prepareName(AcDbSymbolTableRecord& record) override;
+
+private:
+    std::map<wchar_t, Adesk::UInt64> highest_; // number given so far, by letter
+    size_t scanned_ = 0;                       // records that `highest_` knows of
 };
 
 class AcDbBlockTableRecord : public AcDbSymbolTableRecord {
@@ -78,19 +84,27 @@ public:
     const std::wstring& xrefPath() const { return xrefPath_; }
     void setXrefPath(const std::wstring& path) { xrefPath_ = path; }
 
+    // For undo of an append: the place where the entity stood, and back there.
+    size_t takeOut(AcDbObjectId entity);
+    void putIn(AcDbObjectId entity, size_t position);
+
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
+    void outGroups(host::GroupWriter& writer) const override;
+    AcRxObject* clone() const override { return nullptr; }
 
 protected:
     const char* marker() const override { return "AcDbBlockTableRecord"; }
-    void outOwn(host::GroupWriter& writer) const override;
+    void outOwn(host::GroupWriter&) const override {}
     void subErase(Adesk::Boolean erasing) override;
 
 private:
+    friend class AcDbBlockBegin;
     std::vector<AcDbObjectId> entities_;
     AcDbObjectId begin_, end_, layout_;
     AcGePoint3d origin_;
     std::wstring comments_, xrefPath_;
     int blockFlags_ = 0; // the BLOCK object's 70: 1 anonymous, 2 attributes, 4 and 8 external
+    int insertUnits_ = 0, explodable_ = 1, scaleUniformly_ = 0;
 };
 
 // The marks round a block's entities in files. The record holds what they tell; they keep their
@@ -99,7 +113,18 @@ class AcDbBlockBegin : public AcDbEntity {
     HOST_DB_CLASS(AcDbBlockBegin)
 public:
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
+    // Gives the record what the groups said; it is the owner, or found by the block's name.
+    void inDone(host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
+
+private:
+    struct Told {
+        std::string name;
+        std::wstring comments, xrefPath;
+        AcGePoint3d origin;
+        int flags = 0;
+    };
+    std::shared_ptr<Told> told_; // while a file is read
 };
 class AcDbBlockEnd : public AcDbEntity {
     HOST_DB_CLASS(AcDbBlockEnd)

@@ -1,10 +1,12 @@
 // AcDbDatabase: one drawing. Its tables, dictionaries, header variables, handles and undo; and
 // the services through which code reaches the working database.
 #pragma once
+#include <array>
 #include <deque>
 #include <map>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "host/db/blocktable.h"
@@ -144,10 +146,14 @@ public:
     void raiseHandseed(Adesk::UInt64 atLeast);
     AcDbObjectId tableId(const AcRxClass* tableClass) const;
     void setTableId(const AcRxClass* tableClass, AcDbObjectId id);
+    // The table of that class, made empty when the drawing has none.
+    AcDbObjectId ensureTable(const AcRxClass* tableClass);
     void setNamedObjectsDictionaryId(AcDbObjectId id) { namedObjects_ = id; }
     // Makes whatever a complete drawing needs and this one lacks: tables, spaces, layer 0, styles,
     // dictionaries, layouts. Returns a sentence for each thing made. Readers call it last.
     std::vector<std::string> complete();
+    // The database's own classes of tables, in the order of files.
+    static const std::vector<const AcRxClass*>& tableClasses();
     // Record of a table by name: an id or null.
     AcDbObjectId find(const AcRxClass* tableClass, const std::wstring& name) const;
     const std::vector<AcDbDatabaseReactor*>& reactors() const { return reactors_; }
@@ -157,10 +163,15 @@ public:
 private:
     friend class host::UndoLog;
     friend class host::ObjectAccess;
+    static constexpr Adesk::UInt64 kPage = 16;
+    using Page = std::array<host::IdStub*, kPage>;
+    host::IdStub*& slot(Adesk::UInt64 handle);
     host::IdStub* newStub(Adesk::UInt64 handle);
+    host::IdStub* freshStub();
+    void removeHeaderValue(const std::string& name);
 
     std::deque<host::IdStub> stubs_;
-    std::unordered_map<Adesk::UInt64, std::vector<host::IdStub*>> pages_; // handle / 256 -> 256 stubs
+    std::unordered_map<Adesk::UInt64, Page> pages_; // by handle / kPage
     Adesk::UInt64 nextHandle_ = 1;
     std::vector<host::HeaderVariable> header_;
     std::unordered_map<std::string, size_t> headerIndex_;
@@ -197,6 +208,8 @@ Acad::ErrorStatus acdbGetAdsName(ads_name name, AcDbObjectId id);
 int acdbHandEnt(const ACHAR* handle, ads_name name);
 
 namespace host {
+// Makes the classes of this room known by name; the first drawing does so too.
+void registerDatabaseClasses();
 // All drawings alive, in order of creation.
 const std::vector<AcDbDatabase*>& databases();
 } // namespace host

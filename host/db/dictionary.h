@@ -1,5 +1,7 @@
 // Dictionaries and xrecords: named objects, and free data of a program's own.
 #pragma once
+#include <unordered_map>
+
 #include "host/db/object.h"
 
 class AcDbDictionary;
@@ -24,6 +26,7 @@ public:
     struct Entry {
         std::wstring key;
         AcDbObjectId id;
+        bool hard = false; // how files state the ownership
     };
     // eKeyNotFound; erased entries count as missing.
     Acad::ErrorStatus getAt(const ACHAR* key, AcDbObjectId& id) const;
@@ -52,6 +55,8 @@ public:
     const std::vector<Entry>& entries() const { return entries_; }
     // Puts in an object that stands in the drawing already; readers and new drawings use it.
     void adopt(const std::wstring& key, AcDbObjectId id);
+    void adopt(const std::wstring& key, AcDbObjectId id, bool hard);
+    AcRxObject* clone() const override { return nullptr; }
 
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
@@ -61,7 +66,9 @@ protected:
 
 private:
     const Entry* find(const ACHAR* key) const;
+    void removeAt(size_t position);
     std::vector<Entry> entries_;
+    std::unordered_map<std::wstring, size_t> byKey_; // position by folded key
     std::wstring pendingKey_;
     int mergeStyle_ = 1;
     bool hardOwner_ = false;
@@ -96,6 +103,7 @@ public:
 private:
     host::GroupList data_;
     int mergeStyle_ = 1;
+    bool begun_ = false; // the merge style comes first, and is data anywhere else
 };
 
 namespace host {

@@ -93,6 +93,8 @@ public:
 
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
+    std::unique_ptr<AcDbObject> snapshot() const override;
+    void restore(const AcDbObject& from) override;
 
 protected:
     AcDbEntity() = default;
@@ -118,13 +120,32 @@ protected:
     virtual Acad::ErrorStatus subSetPropertiesFrom(const AcDbEntity*) { return Acad::eOk; }
 
 private:
+    template <class Change> void forParts(Adesk::Boolean doSubents, Change change);
+    void outPlace(host::GroupWriter& writer) const;
+    void forgetColorName();
+
     AcCmColor color_;
+    Adesk::Int16 fileIndex_ = 256; // the index that stands beside a true colour in files; 256 none
     bool visible_ = true;
     AcDb::LineWeight lineWeight_ = AcDb::kLnWtByLayer;
     AcDbObjectId layer_, linetype_;
     double linetypeScale_ = 1.0;
     Adesk::UInt32 transparency_ = 0;
 };
+
+namespace host {
+// What entities ask of whoever shows them; the view sets it at start-up.
+class EntityDisplay {
+public:
+    virtual ~EntityDisplay() = default;
+    virtual void highlight(AcDbObjectId entity, bool on) = 0;
+    virtual void redraw(AcDbObjectId entity) = 0;
+    // Draws what stands in a block record, in its own coordinates. True when something was drawn.
+    virtual bool drawBlock(AcGiWorldDraw* context, AcDbObjectId block) = 0;
+};
+void setEntityDisplay(EntityDisplay* display); // null: nobody shows anything
+EntityDisplay* entityDisplay();
+} // namespace host
 
 // Redraws the entity on the screen; eOk also where there is none.
 int acdbEntUpd(const ads_name entity); // RTNORM or RTERROR

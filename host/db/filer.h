@@ -110,7 +110,8 @@ private:
     Acad::ErrorStatus status_ = Acad::eOk;
 };
 
-// Reads the groups of one object for a class of a module. Ids are resolved in `database`.
+// Reads the groups of one object for a class of a module. Texts and binary chunks in the buffers belong
+// to the filer and stand as long as it does.
 class GroupListFiler final : public AcDbDxfFiler {
 public:
     GroupListFiler(const GroupList& groups, ReadContext& context);
@@ -133,6 +134,7 @@ public:
 
 private:
     std::vector<Group> groups_;
+    std::deque<std::wstring> texts_;
     ReadContext& context_;
     size_t next_ = 0, previous_ = 0;
     Acad::ErrorStatus status_ = Acad::eOk;

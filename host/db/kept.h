@@ -13,16 +13,20 @@ public:
     AcRxClass* isA() const override;
     std::string dxfName() const override { return dxfName_; }
     const GroupList& groups() const { return groups_; }
+    void setGroups(GroupList groups) { groups_ = std::move(groups); }
+    // Takes every group. A reader may hand in the markers (100) too; then also those with nothing
+    // behind them are kept.
     bool inGroup(const Group& group, ReadContext& context) override;
     void outGroups(GroupWriter& writer) const override;
     std::unique_ptr<AcDbObject> snapshot() const override {
         return std::unique_ptr<AcDbObject>(new KeptObject(*this));
     }
-    void restore(const AcDbObject& from) override { *this = static_cast<const KeptObject&>(from); }
+    void restore(const AcDbObject& from) override;
 
 private:
     std::string dxfName_;
-    GroupList groups_; // everything behind the owner, with its subclass markers
+    std::string marker_; // of the last group, while a file is read
+    GroupList groups_;   // everything behind the owner, with its subclass markers
 };
 
 class KeptEntity : public AcDbEntity {
@@ -45,13 +49,15 @@ public:
     std::unique_ptr<AcDbObject> snapshot() const override {
         return std::unique_ptr<AcDbObject>(new KeptEntity(*this));
     }
-    void restore(const AcDbObject& from) override { *this = static_cast<const KeptEntity&>(from); }
+    void restore(const AcDbObject& from) override;
+    bool addOwnedPart(AcDbObjectId part) override { return addPart(part), true; }
+    AcRxObject* clone() const override; // null for one with parts
 
 protected:
     Adesk::Boolean subWorldDraw(AcGiWorldDraw* context) const override;
 
 private:
-    std::string dxfName_;
+    std::string dxfName_, marker_;
     GroupList groups_;
     std::vector<AcDbObjectId> parts_;
 };

@@ -56,6 +56,8 @@ public:
     Acad::ErrorStatus downgradeOpen();
     Acad::ErrorStatus upgradeFromNotify(Adesk::Boolean& wasWritable);
     Acad::ErrorStatus downgradeToNotify(Adesk::Boolean wasWritable);
+    // Ends an open and takes back what it changed, without telling `modified`. eNotApplicable, and still
+    // open, when the same undo step had changed the object before, or undo isn't recording.
     Acad::ErrorStatus cancel();
     // Marks the object erased, or takes the mark away. Needs the object open for write.
     Acad::ErrorStatus erase(Adesk::Boolean erasing = true);
@@ -64,9 +66,9 @@ public:
     Acad::ErrorStatus handOverTo(AcDbObject* replacement, Adesk::Boolean keepXData = true,
                                  Adesk::Boolean keepExtDict = true);
 
-    Adesk::Boolean isReadEnabled() const { return !stub_ || readers_ > 0 || open_ != Open::no; }
-    Adesk::Boolean isWriteEnabled() const { return !stub_ || open_ == Open::write; }
-    Adesk::Boolean isNotifyEnabled() const { return open_ == Open::notify; }
+    Adesk::Boolean isReadEnabled() const { return !stub_ || readers_ > 0 || notifies_ > 0 || writing_; }
+    Adesk::Boolean isWriteEnabled() const { return !stub_ || writing_; }
+    Adesk::Boolean isNotifyEnabled() const { return notifies_ > 0; }
     Adesk::Boolean isModified() const { return touched_; }
     Adesk::Boolean isErased() const { return erased_; }
     Adesk::Boolean isEraseStatusToggled() const { return eraseToggled_; }
@@ -161,21 +163,23 @@ protected:
     AcDbObject& operator=(const AcDbObject& from);
 
     // The door of every setter; cheap after the first call of an open.
-    Acad::ErrorStatus willModify() { return touched_ || !stub_ ? Acad::eOk : firstChange(); }
+    Acad::ErrorStatus willModify() { return recorded_ || !stub_ ? Acad::eOk : firstChange(true); }
 
 private:
     friend class host::ObjectAccess;
-    enum class Open : std::uint8_t { no, write, notify };
-    Acad::ErrorStatus firstChange();
-    template <class Call> void tell(Call call) const;
+    Acad::ErrorStatus firstChange(bool record);
 
     host::IdStub* stub_ = nullptr;
     AcDbObjectId owner_;
     std::unique_ptr<host::ObjectTail> tail_;
     mutable std::unique_ptr<std::vector<AcDbObjectReactor*>> listeners_;
     Adesk::UInt16 readers_ = 0;
-    Open open_ = Open::no;
-    bool touched_ : 1 = false; // changed since it was opened for write
+    Adesk::UInt16 notifies_ = 0; // opens for notify, which stand on top of the others
+    bool writing_ : 1 = false;
+    bool upgraded_ : 1 = false;    // the writer is one that was opened for notify
+    bool touched_ : 1 = false;     // changed since it was opened for write, listeners have been told so
+    bool recorded_ : 1 = false;    // undo has its state before the change
+    bool firstOfStep_ : 1 = false; // and has it from this open
     bool erased_ : 1 = false;
     bool eraseToggled_ : 1 = false;
     bool isNew_ : 1 = false;

@@ -83,6 +83,7 @@ public:
     const std::vector<AcDbObjectId>& records() const { return records_; }
     // Puts a record that stands in the drawing already into the list; readers use it.
     void adopt(AcDbObjectId record, const std::wstring& name);
+    AcRxObject* clone() const override { return nullptr; }
 
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
@@ -97,6 +98,7 @@ protected:
     friend class AcDbSymbolTableRecord;
     virtual Acad::ErrorStatus prepareName(AcDbSymbolTableRecord&) { return Acad::eOk; }
     void renamed(AcDbObjectId record, const std::wstring& from, const std::wstring& to);
+    virtual bool uniqueNames() const { return true; }
 
 private:
     std::vector<AcDbObjectId> records_;
@@ -116,8 +118,16 @@ HOST_SYMBOL_TABLE(AcDbTextStyleTable, "STYLE")
 HOST_SYMBOL_TABLE(AcDbDimStyleTable, "DIMSTYLE")
 HOST_SYMBOL_TABLE(AcDbViewTable, "VIEW")
 HOST_SYMBOL_TABLE(AcDbUCSTable, "UCS")
-HOST_SYMBOL_TABLE(AcDbViewportTable, "VPORT") // holds several records of one name
 HOST_SYMBOL_TABLE(AcDbRegAppTable, "APPID")
+// Holds several records of one name: the tiles of the screen.
+class AcDbViewportTable : public AcDbSymbolTable {
+    HOST_DB_CLASS(AcDbViewportTable)
+public:
+    const char* tableName() const override { return "VPORT"; }
+
+protected:
+    bool uniqueNames() const override { return false; }
+};
 
 class AcDbLayerTableRecord : public AcDbSymbolTableRecord {
     HOST_DB_CLASS(AcDbLayerTableRecord)
@@ -197,7 +207,7 @@ public:
     Acad::ErrorStatus setTextSize(double size);
     double xScale() const { return xScale_; }
     Acad::ErrorStatus setXScale(double scale);
-    double obliquingAngle() const { return oblique_; } // radians
+    double obliquingAngle() const; // radians
     Acad::ErrorStatus setObliquingAngle(double angle);
     bool isShapeFile() const { return flags_ & 1; }
     bool isVertical() const { return flags_ & 4; }
@@ -211,7 +221,8 @@ protected:
 
 private:
     std::wstring file_ = L"txt", bigFont_;
-    double size_ = 0, xScale_ = 1, oblique_ = 0, lastHeight_ = 2.5;
+    double size_ = 0, xScale_ = 1, lastHeight_ = 2.5;
+    double oblique_ = 0; // degrees, as files have it
     int generation_ = 0;
 };
 
@@ -229,7 +240,7 @@ public:
     Acad::ErrorStatus setViewDirection(const AcGeVector3d& direction);
     AcGePoint3d target() const { return target_; }
     Acad::ErrorStatus setTarget(const AcGePoint3d& target);
-    double viewTwist() const { return twist_; } // radians
+    double viewTwist() const; // radians
     Acad::ErrorStatus setViewTwist(double angle);
     double lensLength() const { return lens_; }
     bool perspectiveEnabled() const { return viewMode_ & 1; }
@@ -244,7 +255,8 @@ private:
     AcGePoint2d lowerLeft_{0, 0}, upperRight_{1, 1}, center_{210, 148.5};
     AcGeVector3d direction_ = AcGeVector3d::kZAxis;
     AcGePoint3d target_;
-    double height_ = 297, aspect_ = 1.777, lens_ = 50, twist_ = 0;
+    double height_ = 297, aspect_ = 1.777, lens_ = 50;
+    double twist_ = 0; // degrees, as files have it
     int viewMode_ = 0;
 };
 

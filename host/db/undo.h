@@ -1,6 +1,7 @@
 // The undo log of a drawing: one command, one step. A step holds the earlier state of each
 // object and header variable that changed in it, taken at the first change.
 #pragma once
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -46,22 +47,32 @@ public:
     void markSaved() { savedAt_ = changes_; }
 
     // The database tells what happens; each before the change.
-    void willModify(AcDbObject& object);
+    // Also of objects that aren't open. True when the state was taken now, false when the step had it.
+    bool willModify(AcDbObject& object);
+    // Takes the object's change of the open step back, if it has one there; false otherwise.
+    bool takeBack(AcDbObject& object);
     void willErase(AcDbObject& object);
     void appended(AcDbObject& object);
     void willChangeHeader(const std::string& variable);
     // The object of an id is exchanged (handOverTo); the log keeps the one that leaves.
     void replaced(AcDbObjectId id, std::unique_ptr<AcDbObject> former);
+    // Every object and earlier state that the log holds; the visitor may exchange it.
+    void forEachHeld(const std::function<void(std::unique_ptr<AcDbObject>&)>& visit);
 
 private:
     struct Change;
     struct Step;
     Step& openStep();
-    std::unique_ptr<Step> play(Step& step, bool undoing);
+    bool hold(AcDbObject& object);
+    std::unique_ptr<Step> play(Step& step);
+    void playChange(Change& change, Step& reverse);
+    void tellPlayed(Step& reverse);
+    int move(std::vector<std::unique_ptr<Step>>& from, std::vector<std::unique_ptr<Step>>& to, int count);
 
     AcDbDatabase& database_;
     std::vector<std::unique_ptr<Step>> undo_, redo_;
     std::unique_ptr<Step> open_;
+    std::vector<size_t> marks_; // numbers of steps that stood when the marks were set
     std::wstring name_;
     Adesk::UInt32 stepNumber_ = 1; // stands in IdStub::undoStep of objects that the open step holds
     int depth_ = 0;
