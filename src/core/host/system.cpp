@@ -1,0 +1,64 @@
+// Registry, files and folders by the host's own services.
+#include "core/host/system.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "host/os/codepage.h"
+#include "host/os/files.h"
+#include "host/os/locale.h"
+#include "host/os/registry.h"
+#include "host/os/shell.h"
+#include "host/os/text.h"
+
+namespace corvane::host_door {
+
+std::optional<std::uint32_t> registryNumber(const std::wstring& key, const std::wstring& name) {
+    return host::userRegistry().number(key, name);
+}
+std::optional<std::wstring> registryText(const std::wstring& key, const std::wstring& name) {
+    return host::userRegistry().text(key, name);
+}
+std::optional<std::vector<unsigned char>> registryBytes(const std::wstring& key, const std::wstring& name) {
+    return host::userRegistry().bytes(key, name);
+}
+bool registryHasKey(const std::wstring& key) { return host::userRegistry().hasKey(key); }
+bool setRegistry(const std::wstring& key, const std::wstring& name, std::uint32_t value) {
+    return host::userRegistry().set(key, name, value).empty();
+}
+bool setRegistry(const std::wstring& key, const std::wstring& name, const std::wstring& value) {
+    return host::userRegistry().set(key, name, value).empty();
+}
+bool setRegistry(const std::wstring& key, const std::wstring& name, const std::vector<unsigned char>& value) {
+    return host::userRegistry().set(key, name, value).empty();
+}
+RegistryBatch::RegistryBatch() { host::userRegistry().beginBatch(); }
+RegistryBatch::~RegistryBatch() { host::userRegistry().endBatch(); }
+
+std::wstring moduleFolder() {
+    static const char anchor = 0;
+    const std::string folder = host::moduleFolder(&anchor);
+    return folder.empty() ? std::wstring() : host::wide(folder) + kSeparator;
+}
+
+bool isFile(const std::wstring& path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(host::utf8(path), error);
+}
+
+std::optional<std::string> fileBytes(const std::wstring& path) {
+    std::string bytes;
+    if (host::readWhole(host::utf8(path), bytes)) return std::nullopt;
+    return bytes;
+}
+
+std::wstring decodeSystem(const std::string& bytes) {
+    return host::isUtf8(bytes) ? host::wide(bytes) : host::wide(host::CodePage("ANSI_936").decode(bytes));
+}
+
+std::wstring requestedLanguage() { return host::wide(host::requestedLanguage()); }
+bool systemSpeaksChinese() { return host::languageTag().starts_with("zh"); }
+
+void openExternally(const std::wstring& target) { host::shellOpen({target, {}}); }
+
+} // namespace corvane::host_door

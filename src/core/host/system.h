@@ -1,0 +1,44 @@
+// The door to the host: text, the user's registry, files and folders, the system's language, viewers.
+#pragma once
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/os/cstring.h"
+
+namespace corvane::host_door {
+
+std::optional<std::uint32_t> registryNumber(const std::wstring& key, const std::wstring& name);
+std::optional<std::wstring> registryText(const std::wstring& key, const std::wstring& name);
+std::optional<std::vector<unsigned char>> registryBytes(const std::wstring& key, const std::wstring& name);
+bool registryHasKey(const std::wstring& key);
+bool setRegistry(const std::wstring& key, const std::wstring& name, std::uint32_t value);
+bool setRegistry(const std::wstring& key, const std::wstring& name, const std::wstring& value);
+bool setRegistry(const std::wstring& key, const std::wstring& name, const std::vector<unsigned char>& value);
+// Many values written as one.
+class RegistryBatch {
+public:
+    RegistryBatch();
+    ~RegistryBatch();
+    RegistryBatch(const RegistryBatch&) = delete;
+    RegistryBatch& operator=(const RegistryBatch&) = delete;
+};
+
+// The folder of this module's own file, with a separator at its end; empty when it can't be told.
+std::wstring moduleFolder();
+inline constexpr wchar_t kSeparator = L'/';
+bool isFile(const std::wstring& path);
+// The bytes of a file; nothing when it can't be read.
+std::optional<std::string> fileBytes(const std::wstring& path);
+// Bytes of the system's own encoding, or any that a text file without a mark may have.
+std::wstring decodeSystem(const std::string& bytes);
+
+// The language asked for at this start of the program; empty when none was.
+std::wstring requestedLanguage();
+// True when the user's system speaks Chinese.
+bool systemSpeaksChinese();
+// Opens a file or address in the user's viewer.
+void openExternally(const std::wstring& target);
+
+} // namespace corvane::host_door
