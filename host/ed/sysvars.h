@@ -27,5 +27,7 @@ const SystemVariable* findSystemVariable(const std::wstring& name);
 std::wstring systemVariableText(const SystemVariable& variable);
 // From text; false with a sentence in `why` when it doesn't serve.
 bool setSystemVariableText(const SystemVariable& variable, const std::wstring& text, std::wstring& why);
+// Sets a variable of the session that users can't change, such as LASTPOINT or SCREENSIZE.
+void setSessionVariable(const std::wstring& name, const std::wstring& text);
 
 } // namespace host
