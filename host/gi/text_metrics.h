@@ -13,9 +13,9 @@ namespace host {
 
 // A font and how it is set, as a text style and an entity together say.
 struct TextFace {
-    std::wstring fontFile;    // "txt.shx", "arial.ttf"; used when there is no typeface
-    std::wstring bigFontFile; // for characters of the Far East
-    std::wstring typeface;    // "Arial"; empty when the file rules
+    std::wstring fontFile{};    // "txt.shx", "arial.ttf"; used when there is no typeface
+    std::wstring bigFontFile{}; // for characters of the Far East
+    std::wstring typeface{};    // "Arial"; empty when the file rules
     bool bold = false, italic = false;
     double widthFactor = 1.0;
     double oblique = 0.0;  // radians to the right
