@@ -1,0 +1,126 @@
+// One object's groups: what every object has (handle, owner, reactors, extension dictionary, xdata)
+// is taken here, its own data go to the object, and what it doesn't know is kept with it.
+#include "host/dxf/reader.h"
+
+#include "host/db/kept.h"
+
+namespace host::dxf {
+
+void DrawingReader::readBody(AcDbObject& object, Head& head) {
+    head.line = stream_.line();
+    marker_.clear();
+    keptMarker_.clear();
+    subclass = {};
+    inXdata_ = embedded_ = false;
+    keepsMarks_ = dynamic_cast<KeptEntity*>(&object) || dynamic_cast<KeptObject*>(&object);
+    for (stream_.advance(); stream_.now().code != 0 && !stream_.atEnd(); stream_.advance()) {
+        if (stream_.repair()) note(stream_.repair(), true);
+        if (subclass.empty() && takeHead(object, head)) continue;
+        takeFlags(stream_.now(), head);
+        if (stream_.now().code == 100)
+            takeMark(object);
+        else
+            takeData(object, stream_.now());
+    }
+    if (stream_.atEnd()) throw Fault{"the file ends inside an object"};
+    object.inDone(*this);
+    if (object.tail()) object.tailForWrite().kept.shrink(), object.tailForWrite().xdata.shrink();
+}
+
+// What stands before the first marker. In files without markers that is everything.
+bool DrawingReader::takeHead(AcDbObject& object, Head& head) {
+    const Group& group = stream_.now();
+    switch (group.code) {
+    case 5:
+    case 105:
+        if (head.handle || (group.code == 5 && object_ == "DIMSTYLE")) return false;
+        if (group.handle() > kHighestHandle)
+            note("the handle is too high for a drawing; it got another", true);
+        else
+            handle_ = head.handle = group.handle();
+        return true;
+    case 102: return takeList(object), true;
+    case 2: return AcDbSymbolTable::cast(&object) != nullptr; // its class tells a table's name
+    case 330:
+        if (!head.owner.isNull() || inXdata_) return false;
+        head.owner = id(group.handle());
+        return true;
+    default: return false;
+    }
+}
+
+// Flags that tell the reader where an entity belongs and what follows it; objects take them as well.
+void DrawingReader::takeFlags(const Group& group, Head& head) const {
+    if (group.code == 66) head.parts |= group.integer != 0;
+    if (group.code == 67 && (subclass.empty() || subclass == "AcDbEntity")) head.paper |= group.integer != 0;
+}
+
+void DrawingReader::takeMark(AcDbObject& object) {
+    marker_ = stream_.now().text;
+    subclass = marker_;
+    inXdata_ = embedded_ = false;
+    sawMarkers_ = true;
+    if (keepsMarks_) object.inGroup(Group::ofText(100, marker_), *this);
+}
+
+// {ACAD_REACTORS, {ACAD_XDICTIONARY, {BLKREFS (which the writer makes anew), or a program's own.
+void DrawingReader::takeList(AcDbObject& object) {
+    const std::string name(stream_.now().text);
+    const bool reactors = name == "{ACAD_REACTORS", dictionary = name == "{ACAD_XDICTIONARY";
+    const bool known = reactors || dictionary || name == "{BLKREFS";
+    if (!known) keep(object, stream_.now());
+    if (!name.starts_with('{')) return;
+    for (stream_.advance(); stream_.now().code != 0 && !stream_.atEnd(); stream_.advance()) {
+        const Group& group = stream_.now();
+        if (!known) keep(object, group);
+        if (reactors && group.code == 330 && group.handle())
+            object.tailForWrite().persistentReactors.push_back(id(group.handle()));
+        if (dictionary && group.code == 360 && group.handle())
+            object.tailForWrite().extensionDictionary = id(group.handle());
+        if (group.code == 102) return;
+    }
+    throw Fault{"the list " + name + " has no end"};
+}
+
+void DrawingReader::takeData(AcDbObject& object, const Group& group) {
+    if (group.code == 1001 || (inXdata_ && group.code >= 1000)) {
+        inXdata_ = true;
+        object.tailForWrite().xdata.append(group);
+        return;
+    }
+    if (group.code == 102 && group.text == "{BLKREFS") return takeList(object);
+    // 5 is a handle at an object's head alone; further on it is a name.
+    Group data = group;
+    if (group.code == 5)
+        data = Group::ofText(5, stream_.decoder().decode(group.text));
+    else if (data.type == GroupType::handle)
+        data.text = {};
+    // The groups of an embedded object have codes of their own meaning: they go to an object that takes
+    // the mark in front of them, and are kept otherwise.
+    if (embedded_ && !embeddedTaken_) return keep(object, data);
+    const bool taken = object.inGroup(data, *this);
+    if (group.code == 101) embedded_ = true, embeddedTaken_ = taken;
+    if (!taken) keep(object, data);
+}
+
+void DrawingReader::keep(AcDbObject& object, const Group& group) {
+    GroupList& kept = object.tailForWrite().kept;
+    if (subclass != keptMarker_) {
+        keptMarker_ = subclass;
+        kept.append(Group::ofText(100, keptMarker_));
+    }
+    kept.append(group);
+}
+
+// The handle is the file's where it can be; the next free one for objects without, or with one that
+// is taken.
+AcDbObjectId DrawingReader::place(std::unique_ptr<AcDbObject> object, const Head& head, AcDbObjectId owner) {
+    const IdStub* taken = head.handle ? database->stubOf(head.handle, false) : nullptr;
+    const bool twice = taken && taken->object;
+    if (!head.handle || twice) names_.secureHandles();
+    const AcDbObjectId id = database->place(std::move(object), twice ? 0 : head.handle, owner);
+    if (twice) note("the handle is taken already; the object got another", true, head.line);
+    return id;
+}
+
+} // namespace host::dxf

@@ -1,0 +1,74 @@
+// Writes a drawing's sections to a sink. Objects tell their own data; everything around them (names,
+// handles, owners, reactors, xdata, parts) and the order of the file is told here.
+#pragma once
+#include <map>
+
+#include "host/dxf/dxf.h"
+#include "host/dxf/sink.h"
+#include "host/dxf/tables.h"
+
+namespace host::dxf {
+
+struct WriteCancelled {};
+
+// The code page that a file of that version declares: the drawing's own where the version has it.
+std::string codePageFor(const AcDbDatabase& database, AcDb::AcDbDwgVersion version);
+
+class DrawingWriter {
+public:
+    // The header goes to a sink of its own, since it is known last and stands first.
+    DrawingWriter(AcDbDatabase& database, AcDb::AcDbDwgVersion version, GroupSink& head, GroupSink& body,
+                  const FileProgress& progress);
+    void run();
+    // What the version couldn't hold, a sentence a kind.
+    std::vector<std::string> losses() const;
+
+private:
+    void writeTables();
+    void writeTable(const TableKind& kind);
+    void writeBlocks();
+    void writeEntities();
+    void writeObjects();
+    void writeKeptSections();
+    void writeHeader();
+    void writeVariable(const HeaderVariable& variable);
+    void writeClasses();
+    void writeClass(const FileClass& row);
+    void countClasses();
+    AcDbObjectId activeSheet() const;
+    bool knows(const HeaderVariable& variable) const;
+
+    void writeEntity(AcDbObjectId id);
+    void writeParts(const AcDbObject& whole);
+    void writeObject(const AcDbObject& object);
+    void writeHandle(const AcDbObject& object);
+    void writeTies(const AcDbObject& object);
+    void writeReferences(const AcDbBlockTableRecord& block);
+    void writeOldPolyline(const AcDbEntity& polyline);
+    bool isHeld(const AcDbObject& entity);
+    void beginSection(std::string_view name);
+    void endSection() { out_->text(0, std::string_view("ENDSEC")); }
+    void lose(const std::string& what) { ++lost_[what]; }
+    void step();
+    std::uint64_t freshHandle() { return highestWritten_ = ++lastHandle_; }
+    std::uint64_t nextHandle() const { return (old() ? highestWritten_ : lastHandle_) + 1; }
+
+    bool old() const { return version_ <= AcDb::kDHL_1009; }
+    bool hasTies() const { return version_ >= AcDb::kDHL_1012; }
+
+    AcDbDatabase& database_;
+    AcDb::AcDbDwgVersion version_;
+    GroupSink &head_, &body_;
+    std::unique_ptr<GroupWriter> filter_; // for R12
+    GroupWriter* out_;
+    const FileProgress& progress_;
+    std::map<AcDbObjectId, std::vector<AcDbObjectId>> references_;
+    std::map<std::string, int> counts_;    // of objects by their names in files
+    std::vector<const AcRxClass*> custom_; // classes of modules, in the order of their names
+    std::map<std::string, long> lost_;
+    std::uint64_t lastHandle_ = 0; // the highest that is taken
+    std::uint64_t highestWritten_ = 0;
+    size_t written_ = 0, total_ = 1;
+};
+
+} // namespace host::dxf
