@@ -110,7 +110,8 @@ void DrawingReader::readClasses() {
             default: break;
             }
         }
-        if (known && !row.dxfName.empty()) database->fileClasses().push_back(std::move(row));
+        if (known && !(row.dxfName.empty() && row.className.empty()))
+            database->fileClasses().push_back(std::move(row));
     }
     endSection();
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <unordered_map>
 
+#include "host/db/kept.h"
 #include "host/dxf/dxf.h"
 #include "host/dxf/factory.h"
 #include "host/dxf/names.h"
@@ -63,9 +64,10 @@ private:
     void readBody(AcDbObject& object, Head& head);
     bool takeHead(AcDbObject& object, Head& head);
     void takeFlags(const Group& group, Head& head) const;
-    void takeMark(AcDbObject& object);
+    void takeMark();
     void takeList(AcDbObject& object);
     void takeData(AcDbObject& object, const Group& group);
+    void gather(AcDbObject& object, const Group& group);
     void keep(AcDbObject& object, const Group& group);
     void nameObject(std::string_view kind) { object_ = kind, handle_ = 0; }
     AcDbObjectId place(std::unique_ptr<AcDbObject> object, const Head& head, AcDbObjectId owner);
@@ -99,7 +101,9 @@ private:
     // The object being read.
     std::string marker_, keptMarker_;
     bool inXdata_ = false, embedded_ = false, embeddedTaken_ = false;
-    bool keepsMarks_ = false; // it gives back the markers that it takes in
+    bool gathers_ = false; // it is kept whole
+    KeptEntity* keptEntity_ = nullptr;
+    GroupList gathered_;
 
     // The polyline or reference whose parts are being read.
     struct Whole {

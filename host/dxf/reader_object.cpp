@@ -12,17 +12,23 @@ void DrawingReader::readBody(AcDbObject& object, Head& head) {
     keptMarker_.clear();
     subclass = {};
     inXdata_ = embedded_ = false;
-    keepsMarks_ = dynamic_cast<KeptEntity*>(&object) || dynamic_cast<KeptObject*>(&object);
+    auto* keptObject = dynamic_cast<KeptObject*>(&object);
+    keptEntity_ = dynamic_cast<KeptEntity*>(&object);
+    gathers_ = keptObject || keptEntity_;
+    gathered_.clear();
     for (stream_.advance(); stream_.now().code != 0 && !stream_.atEnd(); stream_.advance()) {
         if (stream_.repair()) note(stream_.repair(), true);
         if (subclass.empty() && takeHead(object, head)) continue;
         takeFlags(stream_.now(), head);
         if (stream_.now().code == 100)
-            takeMark(object);
+            takeMark();
         else
             takeData(object, stream_.now());
     }
     if (stream_.atEnd()) throw Fault{"the file ends inside an object"};
+    gathered_.shrink();
+    if (keptObject) keptObject->setGroups(std::exchange(gathered_, {}));
+    if (keptEntity_) keptEntity_->setGroups(std::exchange(gathered_, {}));
     object.inDone(*this);
     if (object.tail()) object.tailForWrite().kept.shrink(), object.tailForWrite().xdata.shrink();
 }
@@ -55,12 +61,12 @@ void DrawingReader::takeFlags(const Group& group, Head& head) const {
     if (group.code == 67 && (subclass.empty() || subclass == "AcDbEntity")) head.paper |= group.integer != 0;
 }
 
-void DrawingReader::takeMark(AcDbObject& object) {
+void DrawingReader::takeMark() {
     marker_ = stream_.now().text;
     subclass = marker_;
     inXdata_ = embedded_ = false;
     sawMarkers_ = true;
-    if (keepsMarks_) object.inGroup(Group::ofText(100, marker_), *this);
+    if (gathers_ && !(keptEntity_ && marker_ == "AcDbEntity")) gathered_.append(Group::ofText(100, marker_));
 }
 
 // {ACAD_REACTORS, {ACAD_XDICTIONARY, {BLKREFS (which the writer makes anew), or a program's own.
@@ -97,10 +103,19 @@ void DrawingReader::takeData(AcDbObject& object, const Group& group) {
         data.text = {};
     // The groups of an embedded object have codes of their own meaning: they go to an object that takes
     // the mark in front of them, and are kept otherwise.
+    if (gathers_) return gather(object, data);
     if (embedded_ && !embeddedTaken_) return keep(object, data);
     const bool taken = object.inGroup(data, *this);
     if (group.code == 101) embedded_ = true, embeddedTaken_ = taken;
     if (!taken) keep(object, data);
+}
+
+// Objects without a class of their own are kept whole. Of entities, what all entities have is taken.
+void DrawingReader::gather(AcDbObject& object, const Group& group) {
+    const bool common = keptEntity_ && within("AcDbEntity");
+    if (common && keptEntity_->AcDbEntity::inGroup(group, *this)) return;
+    if (common && !subclass.empty()) return keep(object, group);
+    gathered_.append(group);
 }
 
 void DrawingReader::keep(AcDbObject& object, const Group& group) {

@@ -175,10 +175,11 @@ void Scanner::readHandle(Group& group, std::string_view text) {
     std::uint64_t value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, 16);
     const bool whole = error == std::errc() && end == text.data() + text.size();
-    // Under code 5 old versions have names as well.
-    if (!whole && !text.empty() && group.code != 5)
-        repair_ = "a handle that is no hexadecimal number was taken as none";
     group.integer = whole ? static_cast<std::int64_t>(value) : 0;
+    // Under code 5 old versions have names as well.
+    if (whole || text.empty() || group.code == 5) return;
+    group.type = GroupType::text;
+    repair_ = "a handle that is no hexadecimal number was kept as text";
 }
 
 void Scanner::readHex(Group& group, std::string_view text) {

@@ -86,8 +86,10 @@ void DrawingWriter::writeTable(const TableKind& kind) {
     } else {
         out_->beginObject(table->tail() ? &table->tail()->kept : nullptr);
         table->outGroups(*out_);
+        if (kind.name == "DIMSTYLE" && version_ >= AcDb::kDHL_1015) out_->subclass("AcDbDimStyleTable");
         out_->endObject();
     }
+    writeXdata(*table);
     for (AcDbObjectId id : table->records())
         if (const auto* record = behind<AcDbSymbolTableRecord>(id); record && !record->isErased())
             writeObject(*record);

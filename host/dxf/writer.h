@@ -43,6 +43,7 @@ private:
     void writeObject(const AcDbObject& object);
     void writeHandle(const AcDbObject& object);
     void writeTies(const AcDbObject& object);
+    void writeXdata(const AcDbObject& object);
     void writeReferences(const AcDbBlockTableRecord& block);
     void writeOldPolyline(const AcDbEntity& polyline);
     bool isHeld(const AcDbObject& entity);

@@ -77,9 +77,13 @@ void DrawingWriter::writeObject(const AcDbObject& object) {
     out_->endObject();
     for (const Group group : parts.unmarked) out_->write(group);
     if (const auto* block = AcDbBlockTableRecord::cast(&object)) writeReferences(*block);
-    if (tail)
-        for (const Group group : tail->xdata) out_->write(group);
+    writeXdata(object);
     step();
+}
+
+void DrawingWriter::writeXdata(const AcDbObject& object) {
+    if (!object.tail()) return;
+    for (const Group group : object.tail()->xdata) out_->write(group);
 }
 
 // The references to a block, anew from the drawing as it is.

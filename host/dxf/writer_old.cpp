@@ -82,8 +82,7 @@ void DrawingWriter::writeOldPolyline(const AcDbEntity& polyline) {
     if (const int flags = data.flags & (kClosed | kLinetypeGeneration)) out_->integer(70, flags);
     if (data.width != 0) out_->real(40, data.width), out_->real(41, data.width);
     out_->normal(210, data.normal);
-    if (const ObjectTail* tail = polyline.tail())
-        for (const Group group : tail->xdata) out_->write(group);
+    writeXdata(polyline);
     for (const PolylineGroups::Vertex& vertex : data.vertices) {
         head("VERTEX", freshHandle(), handle, "AcDbVertex");
         if (hasTies()) out_->text(100, std::string_view("AcDb2dVertex"));
