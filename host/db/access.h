@@ -20,10 +20,12 @@ public:
     static bool isOpen(const AcDbObject& o) { return o.readers_ || o.notifies_ || o.writing_; }
     // Data of a snapshot into the object, past the checks of its setters.
     static void restore(AcDbObject& object, const AcDbObject& from);
-    // Owner, xdata, reactors and kept groups.
-    static void copyBase(AcDbObject& to, const AcDbObject& from) { to = from; }
+    // What the host's own classes hold for every object and every entity: owner, xdata, layer and so on.
+    static void copyBase(AcDbObject& to, const AcDbObject& from);
     // `in` takes the place of `out` behind the id, with its listeners and its erasure; `out` is nobody's.
     static void exchange(AcDbObject& out, AcDbObject& in);
+    // The same for objects that don't stand in the drawing just now, as the undo log holds them.
+    static void exchangeAbsent(AcDbObject& out, AcDbObject& in);
     // Puts a copy's ties aside: owner, reactors and extension dictionary.
     static void untie(AcDbObject& copy);
     static void sayGoodbye(AcDbObject& object);

@@ -23,10 +23,10 @@ constexpr Palette makePalette() {
     constexpr Adesk::UInt32 named[10] = {0,        0xFF0000, 0xFFFF00, 0x00FF00, 0x00FFFF,
                                          0x0000FF, 0xFF00FF, 0xFFFFFF, 0x808080, 0xC0C0C0};
     for (int i = 0; i < 10; ++i) p[size_t(i)] = named[i];
-    constexpr int values[5] = {255, 165, 127, 76, 38};
+    constexpr int percent[5] = {100, 65, 50, 30, 15};
     for (int i = 10; i < 250; ++i) {
-        const int hue = (i - 10) / 10, value = values[i % 10 / 2];
-        auto shade = [&](int quarters) { return i % 2 ? value * (4 + quarters) / 8 : value * quarters / 4; };
+        const int hue = (i - 10) / 10, value = 255 * percent[i % 10 / 2];
+        auto shade = [&](int quarters) { return i % 2 ? value * (4 + quarters) / 800 : value * quarters / 400; };
         p[size_t(i)] = packed(shade(component(hue, 4)), shade(component(hue, 20)), shade(component(hue, 12)));
     }
     constexpr int greys[6] = {51, 91, 132, 173, 214, 255};

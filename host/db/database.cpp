@@ -150,6 +150,7 @@ AcDbObjectId AcDbDatabase::place(std::unique_ptr<AcDbObject> object, Adesk::UInt
 
 AcDbObjectId AcDbDatabase::append(AcDbObject* object, AcDbObjectId owner) {
     if (!object || object->database()) return {};
+    undo_->willAppend();
     host::IdStub* stub = freshStub();
     host::ObjectAccess::join(*object, stub, owner);
     host::ObjectAccess::openNew(*object);

@@ -120,6 +120,7 @@ protected:
     virtual Acad::ErrorStatus subSetPropertiesFrom(const AcDbEntity*) { return Acad::eOk; }
 
 private:
+    friend class host::ObjectAccess;
     template <class Change> void forParts(Adesk::Boolean doSubents, Change change);
     void outPlace(host::GroupWriter& writer) const;
     void forgetColorName();

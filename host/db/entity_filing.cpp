@@ -12,10 +12,7 @@ std::unique_ptr<AcDbObject> AcDbEntity::snapshot() const {
 }
 
 void AcDbEntity::restore(const AcDbObject& from) {
-    if (const auto* entity = AcDbEntity::cast(&from))
-        AcDbEntity::operator=(*entity);
-    else
-        host::ObjectAccess::copyBase(*this, from);
+    host::ObjectAccess::copyBase(*this, from);
     host::takeFields(*this, from);
 }
 

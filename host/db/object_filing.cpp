@@ -18,6 +18,15 @@ void ObjectAccess::untie(AcDbObject& copy) {
     copy.tail_->extensionDictionary.setNull();
 }
 
+void ObjectAccess::copyBase(AcDbObject& to, const AcDbObject& from) {
+    auto* entity = AcDbEntity::cast(&to);
+    const auto* source = AcDbEntity::cast(&from);
+    if (entity && source)
+        entity->AcDbEntity::operator=(*source);
+    else
+        to.AcDbObject::operator=(from);
+}
+
 void ObjectAccess::restore(AcDbObject& object, const AcDbObject& from) {
     const bool was = object.undoing_;
     object.undoing_ = true;
@@ -48,7 +57,7 @@ std::unique_ptr<AcDbObject> AcDbObject::snapshot() const {
 }
 
 void AcDbObject::restore(const AcDbObject& from) {
-    AcDbObject::operator=(from);
+    host::ObjectAccess::copyBase(*this, from);
     host::takeFields(*this, from);
 }
 

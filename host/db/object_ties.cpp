@@ -123,12 +123,15 @@ Acad::ErrorStatus AcDbObject::releaseExtensionDictionary() {
 
 // -- exchange -----------------------------------------------------------------------------------------
 
-void host::ObjectAccess::exchange(AcDbObject& out, AcDbObject& in) {
-    in.stub_ = out.stub_;
-    in.stub_->object = &in;
+void host::ObjectAccess::exchangeAbsent(AcDbObject& out, AcDbObject& in) {
+    in.stub_ = std::exchange(out.stub_, nullptr);
     in.erased_ = out.erased_;
     in.listeners_ = std::move(out.listeners_);
-    out.stub_ = nullptr;
+}
+
+void host::ObjectAccess::exchange(AcDbObject& out, AcDbObject& in) {
+    exchangeAbsent(out, in);
+    in.stub_->object = &in;
     out.readers_ = out.notifies_ = 0;
     out.writing_ = out.upgraded_ = out.touched_ = out.recorded_ = false;
     out.isNew_ = out.xdataTouched_ = out.eraseToggled_ = out.notifying_ = false;

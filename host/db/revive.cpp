@@ -66,7 +66,7 @@ std::unique_ptr<AcDbObject> living(const AcDbObject& kept) {
     auto object = fresh(cls);
     const bool entity = AcDbEntity::cast(&kept) != nullptr;
     if (!object || (AcDbEntity::cast(object.get()) != nullptr) != entity) return nullptr;
-    ObjectAccess::restore(*object, kept);
+    ObjectAccess::copyBase(*object, kept);
     return readFields(*object, kept) == Acad::eOk ? std::move(object) : nullptr;
 }
 
@@ -77,16 +77,13 @@ std::unique_ptr<AcDbObject> keptForm(const AcDbObject& object, const AcRxClass* 
     writer.database = object.database();
     GroupWriterFiler filer(writer);
     object.dxfOutFields(&filer);
-    if (const auto* entity = AcDbEntity::cast(&object)) {
-        auto kept = std::make_unique<KeptEntity>(name);
-        kept->AcDbEntity::restore(*entity);
+    auto finish = [&](auto kept) -> std::unique_ptr<AcDbObject> {
+        ObjectAccess::copyBase(*kept, object);
         kept->setGroups(std::move(writer.groups));
         return kept;
-    }
-    auto kept = std::make_unique<KeptObject>(name);
-    ObjectAccess::copyBase(*kept, object);
-    kept->setGroups(std::move(writer.groups));
-    return kept;
+    };
+    if (AcDbEntity::cast(&object)) return finish(std::make_unique<KeptEntity>(name));
+    return finish(std::make_unique<KeptObject>(name));
 }
 
 void retireHeld(std::unique_ptr<AcDbObject>& held) {
@@ -98,7 +95,7 @@ void retireHeld(std::unique_ptr<AcDbObject>& held) {
         held = keptForm(*object, filed->cls);
     } else if (held && isRemoved(held->isA())) {
         auto kept = keptForm(*held, held->isA());
-        ObjectAccess::exchange(*held, *kept);
+        ObjectAccess::exchangeAbsent(*held, *kept);
         held = std::move(kept);
     }
 }

@@ -47,7 +47,12 @@ void UndoLog::end() {
 }
 
 void UndoLog::commit() {
-    if (depth_ == 0 && open_) undo_.push_back(std::move(open_));
+    if (depth_ == 0) closeStep();
+}
+
+void UndoLog::closeStep() {
+    if (open_ && !open_->changes.empty()) undo_.push_back(std::move(open_));
+    open_.reset();
 }
 
 UndoLog::Step& UndoLog::openStep() {
@@ -68,12 +73,12 @@ const std::wstring& UndoLog::lastName() const {
 }
 
 void UndoLog::setMark() {
-    if (open_) undo_.push_back(std::move(open_));
+    closeStep();
     marks_.push_back(undo_.size());
 }
 
 int UndoLog::undoToMark() {
-    if (open_) undo_.push_back(std::move(open_));
+    closeStep();
     while (!marks_.empty() && marks_.back() > undo_.size()) marks_.pop_back();
     const size_t mark = marks_.empty() ? 0 : marks_.back();
     if (!marks_.empty()) marks_.pop_back();
@@ -125,12 +130,14 @@ void UndoLog::willErase(AcDbObject& object) {
         {Change::Kind::erasure, bool(object.isErased()), object.objectId(), nullptr, 0, nullptr, false});
 }
 
+void UndoLog::willAppend() {
+    if (recording()) openStep();
+}
+
 void UndoLog::appended(AcDbObject& object) {
     ++changes_;
     if (!recording()) return;
     Step& step = openStep();
-    // The new object's handle is given already.
-    if (step.changes.empty()) step.nextHandle = object.objectId().handle();
     object.objectId().stub()->undoStep = stepNumber_;
     step.changes.push_back({Change::Kind::presence, false, object.objectId(), nullptr, 0, nullptr, false});
 }
@@ -167,7 +174,7 @@ void UndoLog::forEachHeld(const std::function<void(std::unique_ptr<AcDbObject>&)
 
 int UndoLog::undo(int count) {
     if (replaying_) return 0;
-    if (open_) undo_.push_back(std::move(open_));
+    closeStep();
     const int done = move(undo_, redo_, count);
     while (!marks_.empty() && marks_.back() > undo_.size()) marks_.pop_back();
     return done;

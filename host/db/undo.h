@@ -52,6 +52,7 @@ public:
     // Takes the object's change of the open step back, if it has one there; false otherwise.
     bool takeBack(AcDbObject& object);
     void willErase(AcDbObject& object);
+    void willAppend(); // before the object gets its handle
     void appended(AcDbObject& object);
     void willChangeHeader(const std::string& variable);
     // The object of an id is exchanged (handOverTo); the log keeps the one that leaves.
@@ -63,6 +64,7 @@ private:
     struct Change;
     struct Step;
     Step& openStep();
+    void closeStep();
     bool hold(AcDbObject& object);
     std::unique_ptr<Step> play(Step& step);
     void playChange(Change& change, Step& reverse);
