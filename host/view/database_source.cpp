@@ -6,15 +6,11 @@
 #include "host/db/database.h"
 #include "host/os/text.h"
 #include "host/view/collector.h"
+#include "host/view/peek.h"
+#include "host/view/screen.h"
 
 namespace host {
 namespace {
-
-// Drawing changes nothing, so a record that someone is writing may be read all the same.
-template <class T> const T* peek(AcDbObjectId id) {
-    const AcDbObject* object = id.isNull() ? nullptr : id.stub()->object;
-    return object && !object->isErased() ? dynamic_cast<const T*>(object) : nullptr;
-}
 
 // Alpha stands in the low byte where the code's method byte says so; else it is by layer or by block.
 std::uint8_t opacityOf(Adesk::UInt32 code) {
@@ -84,6 +80,7 @@ double curveError(const AcDbDatabase& database) {
 } // namespace
 
 DisplayList displaySpace(AcDbDatabase& database, AcDbObjectId space, DisplayOptions options) {
+    screen(); // entities draw their blocks through it
     DatabaseSource source(&database);
     if (!(options.chordError > 0)) options.chordError = curveError(database);
     DisplayCollector collector(source, std::move(options));

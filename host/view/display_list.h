@@ -2,6 +2,7 @@
 // widths and dashes resolved. Made by DisplayCollector; drawn by host/picture and the desk.
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -17,7 +18,7 @@ namespace host {
 struct DisplayColor {
     std::uint32_t rgb = 0xFFFFFF; // 0xRRGGBB
     bool foreground = true;       // colour 7: black on light ground, white on dark
-    bool operator==(const DisplayColor&) const = default;
+    auto operator<=>(const DisplayColor&) const = default;
 };
 
 struct DisplayStyle {
@@ -25,7 +26,7 @@ struct DisplayStyle {
     std::uint32_t layer = 0; // index into DisplayList::layers
     int weight = 25;         // hundredths of a millimetre; 0 is the thinnest line there is
     std::uint8_t opacity = 255;
-    bool operator==(const DisplayStyle&) const = default;
+    auto operator<=>(const DisplayStyle&) const = default;
 };
 
 struct DisplayLayer {

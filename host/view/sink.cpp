@@ -104,14 +104,27 @@ void DisplaySink::dashed(std::span<const AcGePoint3d> world, const DashPattern& 
                 [&](std::span<const AcGePoint3d> dash) { addContour(dash); });
 }
 
+// The contour of points in the coordinates of the moment.
+void DisplaySink::addModelContour(std::span<const AcGePoint3d> points) {
+    const std::size_t from = list_.points.size();
+    list_.points.insert(list_.points.end(), points.begin(), points.end());
+    if (!stack_.empty())
+        for (AcGePoint3d& p : std::span(list_.points).subspan(from)) p = stack_.back() * p;
+    list_.contourEnds.push_back(static_cast<std::uint32_t>(list_.points.size()));
+    ++list_.primitives.back().count;
+}
+
 void DisplaySink::polyline(std::span<const AcGePoint3d> points, const AcGeVector3d* normal,
                            Adesk::GsMarker marker) {
-    if (points.empty() || isFull() || !style().shown) return;
-    const std::vector<AcGePoint3d> world = toWorld(points);
-    if (!std::all_of(world.begin(), world.end(), isFinite)) return;
+    if (points.empty() || isFull() || !style().shown || !std::all_of(points.begin(), points.end(), isFinite))
+        return;
+    const DashPattern dashes = pattern(1);
     DisplayPrimitive& primitive = begin(DisplayPrimitive::Kind::line);
     if (marker >= 0) primitive.marker = marker;
-    dashed(world, pattern(1));
+    if (dashes.isContinuous())
+        addModelContour(points);
+    else
+        dashed(toWorld(points), dashes);
     if (traits.values.thickness != 0) thicken(points, normal ? *normal : AcGeVector3d::kZAxis);
     finish();
 }
@@ -121,10 +134,10 @@ void DisplaySink::thicken(std::span<const AcGePoint3d> points, const AcGeVector3
     const AcGeVector3d rise = normal * traits.values.thickness;
     std::vector<AcGePoint3d> raised(points.begin(), points.end());
     for (AcGePoint3d& p : raised) p += rise;
-    addContour(toWorld(raised));
+    addModelContour(raised);
     for (std::size_t i = 0; i < points.size(); ++i) {
         const AcGePoint3d edge[] = {points[i], raised[i]};
-        addContour(toWorld(edge));
+        addModelContour(edge);
     }
 }
 
@@ -133,11 +146,14 @@ void DisplaySink::polygon(std::span<const Adesk::UInt32> counts, const AcGePoint
     const bool filled = traits.values.fill == kAcGiFillAlways && source_.fillMode();
     begin(filled ? DisplayPrimitive::Kind::area : DisplayPrimitive::Kind::line);
     for (Adesk::UInt32 count : counts) {
-        std::vector<AcGePoint3d> world = toWorld({points, count});
+        const std::span<const AcGePoint3d> loop(points, count);
         points += count;
-        if (world.size() < 2) continue;
-        if (!filled) world.push_back(world.front());
-        addContour(world);
+        if (count < 2) continue;
+        addModelContour(loop);
+        if (filled) continue;
+        list_.points.push_back(
+            list_.points[list_.points.size() - count]); // an outline comes back to its start
+        ++list_.contourEnds.back();
     }
     finish();
 }
@@ -146,7 +162,7 @@ void DisplaySink::endless(DisplayPrimitive::Kind kind, const AcGePoint3d& on, co
     const AcGePoint3d points[] = {on, through};
     if (on.distanceTo(through) == 0 || isFull() || !style().shown) return;
     begin(kind);
-    addContour(toWorld(points));
+    addModelContour(points);
     finish();
 }
 

@@ -44,6 +44,7 @@ private:
     DashPattern pattern(double modelScale);
     DisplayPrimitive& begin(DisplayPrimitive::Kind kind);
     void addContour(std::span<const AcGePoint3d> world);
+    void addModelContour(std::span<const AcGePoint3d> points);
     void finish();
     void dashed(std::span<const AcGePoint3d> world, const DashPattern& dashes);
     void thicken(std::span<const AcGePoint3d> points, const AcGeVector3d& normal);

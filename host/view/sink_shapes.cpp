@@ -8,7 +8,7 @@
 namespace host {
 namespace {
 
-constexpr double kChordPart = 2e-4; // of an arc's chord, that its own chords may keep from it
+constexpr double kChordPart = 2e-4; // of an arc's radius, that its chords may keep from it
 constexpr double kUnderLine = -0.2, kOverLine = 1.2, kThroughLine = 0.4; // of the height of a capital
 
 // A polyline's centre line in points, with half widths; `corners` are the indices of its vertices.
@@ -20,7 +20,9 @@ struct FlatPline {
 
 void flattenSegment(FlatPline& flat, const PlineVertex& from, const PlineVertex& to) {
     std::vector<AcGePoint2d> places;
-    appendBulge(places, from.point, to.point, from.bulge, from.point.distanceTo(to.point) * kChordPart);
+    const double bulge = std::fabs(from.bulge);
+    const double radius = from.point.distanceTo(to.point) * (1 + bulge * bulge) / (4 * bulge);
+    appendBulge(places, from.point, to.point, from.bulge, radius * kChordPart);
     const double chords = static_cast<double>(places.size());
     for (std::size_t i = 0; i < places.size(); ++i) {
         const double t = static_cast<double>(i) / chords;

@@ -1,8 +1,6 @@
 // Resolution of by layer and by block.
 #include "host/view/style_resolver.h"
 
-#include <algorithm>
-
 namespace host {
 namespace {
 
@@ -39,11 +37,9 @@ AcDbObjectId StyleResolver::linetypeOf(const TraitValues& traits, const LayerLoo
 }
 
 std::uint32_t StyleResolver::styleIndex(const DisplayStyle& style) {
-    // Neighbours mostly look alike, so the search from the end is short.
-    const auto found = std::find(list_.styles.rbegin(), list_.styles.rend(), style);
-    if (found != list_.styles.rend()) return static_cast<std::uint32_t>(list_.styles.rend() - found - 1);
-    list_.styles.push_back(style);
-    return static_cast<std::uint32_t>(list_.styles.size() - 1);
+    const auto [found, isNew] = styles_.emplace(style, static_cast<std::uint32_t>(list_.styles.size()));
+    if (isNew) list_.styles.push_back(style);
+    return found->second;
 }
 
 ResolvedStyle StyleResolver::resolve(const TraitValues& traits, std::uint8_t opacity,

@@ -49,6 +49,7 @@ private:
     // Looked up by address; nothing is ever walked in that order.
     std::map<host::IdStub*, Layer> layers_;
     std::map<host::IdStub*, LinetypeLook> linetypes_;
+    std::map<DisplayStyle, std::uint32_t> styles_;
 };
 
 } // namespace host

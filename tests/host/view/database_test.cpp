@@ -1,5 +1,6 @@
 // Display lists of real drawings: what the records say is what is drawn, whoever has them open.
 #include "host/view/collector.h"
+#include "host/view/screen.h"
 #include "host/view/transients.h"
 
 #include <gtest/gtest.h>
@@ -109,6 +110,42 @@ TEST_F(Drawing, ErasedAndInvisibleEntitiesLeaveNothingAndOpenOnesAreDrawn) {
     const DisplayList list = displaySpace(database, database.modelSpaceId());
     ASSERT_EQ(list.primitives.size(), 1u);
     EXPECT_EQ(list.owners[list.primitives[0].owner], open);
+}
+
+TEST_F(Drawing, BlocksAreDrawnThroughTheScreenAndHighlightsAreKept) {
+    const AcDbObjectId a = draw(database.layerZero()), b = draw(database.layerZero());
+    // Anything that draws model space as its block shows both strokes, turned by what it pushes.
+    class Mirror : public Stroke {
+    public:
+        AcDbObjectId block;
+        AcDbObjectId referencedBlock() const override { return block; }
+
+    protected:
+        Adesk::Boolean subWorldDraw(AcGiWorldDraw* context) const override {
+            context->geometry().pushModelTransform(AcGeMatrix3d::translation({0, 7, 0}));
+            EXPECT_TRUE(entityDisplay()->drawBlock(context, block));
+            EXPECT_FALSE(entityDisplay()->drawBlock(context, AcDbObjectId()));
+            context->geometry().popModelTransform();
+            return true;
+        }
+    } reference;
+    reference.block = database.modelSpaceId();
+    screen();
+    AcGiTransientManager manager;
+    manager.addTransient(&reference, kAcGiMain, 0, AcArray<int>());
+    ASSERT_EQ(manager.entries().size(), 1u);
+    const DisplayList& list = manager.entries()[0].picture;
+    EXPECT_EQ(list.primitives.size(), 2u);
+    EXPECT_EQ(list.extents.minPoint(), AcGePoint3d(0, 7, 0));
+    screen().highlight(b, true);
+    screen().highlight(a, true);
+    screen().highlight(b, false);
+    EXPECT_EQ(screen().highlighted(), std::set<AcDbObjectId>{a});
+    screen().redraw(b);
+    screen().redraw(b);
+    EXPECT_EQ(screen().takeRedrawn().size(), 1u);
+    screen().forget(&database);
+    EXPECT_TRUE(screen().highlighted().empty());
 }
 
 TEST_F(Drawing, TransientsAreKeptInDrawingOrderAndRedrawnOnUpdate) {
