@@ -2,6 +2,9 @@
 // commands from code, output. They speak to the front end of the running host (frontend.h).
 // Results are RTNORM, RTNONE for Enter, RTKWORD for a keyword, RTCAN for Esc, RTERROR else.
 #pragma once
+#include <string>
+#include <vector>
+
 #include "host/db/adesk.h"
 #include "host/db/objectid.h"
 #include "host/db/resbuf.h"
@@ -83,6 +86,10 @@ bool acedIsMenuGroupLoaded(const ACHAR* group);
 // Expressions that the host runs when it is idle; here the menu expressions are understood, all others are
 // kept for the front end to show.
 int ads_queueexpr(const ACHAR* expression);
+namespace host {
+// All expressions queued so far, oldest first.
+const std::vector<std::wstring>& queuedExpressions();
+} // namespace host
 const ACHAR* acedGetAppName(); // the path of the module whose code runs
 enum { kMessageOk = 0, kMessageYesNo = 4, kAnswerOk = 1, kAnswerYes = 6, kAnswerNo = 7 };
 // A message box: written into the transcript by the script front end. Returns the button.

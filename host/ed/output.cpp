@@ -1,0 +1,104 @@
+// Text to the command line, message boxes, symbols, queued expressions and other small services.
+#include <algorithm>
+#include <cstdarg>
+#include <map>
+#include <regex>
+
+#include "host/ed/editor.h"
+#include "host/ed/frontend.h"
+#include "host/ed/prompting.h"
+#include "host/os/format.h"
+#include "host/os/text.h"
+
+namespace {
+
+std::map<std::wstring, host::ResbufChain>& symbols() {
+    static std::map<std::wstring, host::ResbufChain> table;
+    return table;
+}
+
+struct Menus {
+    std::vector<std::wstring> groups; // upper case
+    std::vector<std::wstring> expressions;
+};
+Menus& menus() {
+    static Menus state;
+    return state;
+}
+
+} // namespace
+
+int acutPrintf(const ACHAR* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    const std::wstring text = host::formatText(format, arguments);
+    va_end(arguments);
+    host::frontEnd().print(text);
+    return RTNORM;
+}
+int acedPrompt(const ACHAR* text) { return host::frontEnd().print(text), RTNORM; }
+int acedAlert(const ACHAR* text) {
+    host::frontEnd().messageBox({text, L"", kMessageOk});
+    return RTNORM;
+}
+int MessageBoxW(void*, const wchar_t* text, const wchar_t* caption, unsigned style) {
+    return host::frontEnd().messageBox({text ? text : L"", caption ? caption : L"", style});
+}
+int AfxMessageBox(const wchar_t* text, unsigned style) { return MessageBoxW(nullptr, text, L"", style); }
+
+int acedGrDraw(const ads_point, const ads_point, int, int) { return RTNORM; }
+int acedRedraw(const ads_name, int) { return host::frontEnd().redraw(), RTNORM; }
+void acedUpdateDisplay() { host::frontEnd().redraw(); }
+// The viewport records are the only place where the view is kept, so there is nothing to copy.
+int acedVports2VportTableRecords() { return RTNORM; }
+int acedUsrBrk() { return host::frontEnd().progress(L"", -1) ? 0 : 1; }
+
+int acdbEntUpd(const ads_name entity) {
+    AcDbObjectId id;
+    if (acdbGetObjectId(id, entity) != Acad::eOk || !id.isValid()) return RTERROR;
+    return host::frontEnd().redraw(), RTNORM;
+}
+
+int acedPutSym(const ACHAR* name, const resbuf* value) {
+    if (!name || !*name) return RTERROR;
+    const std::wstring key = host::upper(name);
+    symbols().erase(key);
+    if (value && value->restype != RTNIL) symbols().try_emplace(key, host::copyChain(value));
+    return RTNORM;
+}
+int acedGetSym(const ACHAR* name, resbuf** value) {
+    const auto found = symbols().find(host::upper(name ? name : L""));
+    *value = found == symbols().end() ? nullptr : host::copyChain(found->second.get());
+    return RTNORM;
+}
+
+bool acedIsMenuGroupLoaded(const ACHAR* group) {
+    const auto& groups = menus().groups;
+    return std::find(groups.begin(), groups.end(), host::upper(group)) != groups.end();
+}
+
+int ads_queueexpr(const ACHAR* expression) {
+    // The menu's own expression is understood; what shows pull-downs is for front ends that have a menu bar.
+    static const std::wregex loads(
+        LR"re(^\(if\(null\(menugroup "([^"]+)"\)\)\(command "menuload" "([^"]+)"\)\)\s*$)re");
+    std::wcmatch parts;
+    if (std::regex_match(expression, parts, loads)) menus().groups.push_back(host::upper(parts[1].str()));
+    menus().expressions.push_back(expression);
+    return RTNORM;
+}
+
+namespace host {
+const std::vector<std::wstring>& queuedExpressions() { return menus().expressions; }
+
+AcDbObjectId entityOf(const EntityAnswer& answer) {
+    AcDbObjectId id;
+    if (!answer.symbol.empty()) {
+        const auto found = symbols().find(answer.symbol);
+        if (found != symbols().end() && found->second.get()->restype == RTENAME)
+            acdbGetObjectId(id, found->second.get()->resval.rlname);
+    } else if (AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase()) {
+        database->getAcDbObjectId(id, false, AcDbHandle(answer.handle.c_str()));
+    }
+    return id.isErased() ? AcDbObjectId() : id;
+}
+} // namespace host

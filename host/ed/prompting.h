@@ -1,0 +1,54 @@
+// What the editor's own files share: the rules of the next prompt, asking the front end, coordinates of
+// the moment, picking by place. Not for features.
+#pragma once
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/db/database.h"
+#include "host/ed/answers.h"
+#include "host/ed/frontend.h"
+#include "host/view/view_frame.h"
+
+namespace host {
+
+// What acedInitGet set for the next prompt; taking them clears them.
+struct InputRules {
+    int bits = 0;
+    std::vector<Keyword> keywords;
+};
+InputRules takeInputRules();
+
+// Asks once. Runs transparent commands that are typed instead of an answer and asks again. Esc and exhaustion
+// come back as cancel; a command that goes on asking when nothing more will come is unwound (CommandUnwound).
+PromptReply askFrontEnd(const PromptRequest& request);
+void printLine(const std::wstring& text);
+// The keyword or other text behind the last RTKWORD, for acedGetInput.
+void setLastInput(std::wstring text);
+
+// The UCS, view and reading frame of the working drawing.
+Surroundings surroundings();
+PointFrame pointFrame();
+AcGePoint3d ucsToWorld(const AcGePoint3d& point);
+AcGePoint3d worldToUcs(const AcGePoint3d& point);
+void setLastPoint(const AcGePoint3d& ucs);
+// Where the cursor stands; scripts move it without answering.
+const AcGePoint3d& cursorPosition();
+void cursorMoved(const AcGePoint3d& world);
+
+// Half the side of the square in which a pick finds things, in world units.
+double pickTolerance();
+// The entity of the current space that is drawn nearest to the world point, as seen; null when none is within
+// the tolerance. Hidden layers don't count. Later ones win ties.
+AcDbObjectId entityAt(const AcGePoint3d& world, double tolerance);
+// The entities of the current space that touch the polygon (crossing) or lie wholly inside (window), in
+// drawing order.
+std::vector<AcDbObjectId> entitiesIn(const std::vector<AcGePoint3d>& worldPolygon, bool crossing);
+// Those that an open path touches.
+std::vector<AcDbObjectId> entitiesAlong(const std::vector<AcGePoint3d>& worldPath);
+// The point of an entity's object snap nearest to the given one; nothing when it has none.
+std::optional<AcGePoint3d> snapPoint(int snapBit, const AcGePoint3d& world);
+// The entity that the answer names; null when there is none.
+AcDbObjectId entityOf(const EntityAnswer& answer);
+
+} // namespace host
