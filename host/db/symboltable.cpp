@@ -127,10 +127,10 @@ Acad::ErrorStatus AcDbSymbolTable::add(AcDbObjectId& id, AcDbSymbolTableRecord* 
     if (!database()) return Acad::eNoDatabase;
     if (record->database()) return Acad::eAlreadyInDb;
     if (!isWriteEnabled()) return isReadEnabled() ? Acad::eWasOpenForRead : Acad::eNotOpenForWrite;
+    if (auto es = willModify(); es != Acad::eOk) return es;
     if (auto es = prepareName(*record); es != Acad::eOk) return es;
     if (record->name_.empty()) return Acad::eInvalidInput;
     if (uniqueNames() && has(record->name_.c_str())) return Acad::eDuplicateRecordName;
-    if (auto es = willModify(); es != Acad::eOk) return es;
     id = database()->append(record, objectId());
     adopt(id, record->name_);
     return Acad::eOk;

@@ -110,9 +110,9 @@ TEST(Listeners, HearTheMomentsInOrder) {
         {"both ways", [](TestMark& m) { m.erase(), m.erase(false); }, "opened modified closed "},
         {"a refused value", [](TestMark& m) { m.setColorIndex(999); }, ""},
     };
+    Diary diary;
     AcDbDatabase database;
     AcDbObjectPointer<TestMark> mark(addMark(database), AcDb::kForRead);
-    Diary diary;
     mark->addReactor(&diary);
     const AcDbObjectId id = mark->objectId();
     for (const auto& row : rows) {
@@ -154,10 +154,10 @@ public:
 };
 
 TEST(Listeners, MayMeddleWhileTheyAreTold) {
-    AcDbDatabase database;
-    const AcDbObjectId id = addMark(database);
     Meddler meddler;
     Diary victim;
+    AcDbDatabase database;
+    const AcDbObjectId id = addMark(database);
     meddler.victim = &victim;
     AcDbObjectPointer<TestMark> mark(id, AcDb::kForWrite);
     mark->addReactor(&meddler);
@@ -262,10 +262,10 @@ TEST(Erasing, PartsGoAndComeBackWithTheWhole) {
 }
 
 TEST(Cancelling, TakesBackWhatTheOpenChanged) {
+    Diary diary;
     AcDbDatabase database;
     const AcDbObjectId id = addMark(database, 1);
     database.undoLog().commit();
-    Diary diary;
     AcDbObjectPointer<TestMark> mark(id, AcDb::kForWrite);
     mark->addReactor(&diary);
     mark->setAt({2, 0, 0});

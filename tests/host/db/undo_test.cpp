@@ -75,7 +75,7 @@ private:
             other->setAt({double(pick(50)), -1, -1});
             EXPECT_EQ(m.handOverTo(other), Acad::eOk);
             other->close();
-            delete &m;
+            replaced_.emplace_back(&m); // ours now
         });
     }
     void rename() {
@@ -86,6 +86,7 @@ private:
     AcDbDatabase& db_;
     std::mt19937 random_;
     std::vector<AcDbObjectId> marks_, blocks_;
+    std::vector<std::unique_ptr<AcDbObject>> replaced_;
     int layers_ = 0;
 };
 
@@ -163,10 +164,10 @@ TEST(Undo, MarksAreReachedAndPassed) {
 }
 
 TEST(Undo, ReadersSurviveAndListenersHear) {
+    Diary diary;
     AcDbDatabase database;
     const AcDbObjectId id = addMark(database, 1);
     database.undoLog().commit();
-    Diary diary;
     AcDbObjectPointer<TestMark> mark(id, AcDb::kForWrite);
     mark->addReactor(&diary);
     mark->setAt({2, 0, 0});
