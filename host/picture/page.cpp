@@ -222,15 +222,14 @@ bool Page::drawText(const PagePanel& panel, const DisplayText& text, PageShape& 
     const AcGeVector2d across = right - origin, rise = up - origin;
     if (!(std::hypot(across.x, across.y) + std::hypot(rise.x, rise.y) > 0)) return false;
     const TextFace& face = panel.content->list->faces[text.face];
+    const PlacedText placed{&face, text.text, origin, across, rise};
     const TextExtents size = textMetrics()->measure(face, 1, text.text);
     AcDbExtents2d box;
     for (int corner = 0; corner < 4; ++corner)
-        box.addPoint(origin + across * (corner & 1 ? size.high.x : size.low.x) +
-                     rise * (corner & 2 ? size.high.y : size.low.y));
-    if (!ClipBox::around(panel.frame, 0).meets(box)) return false;
-    shape.outline = textMetrics()->outlines(face, 1, text.text);
-    for (AcGePoint2d& p : shape.outline.points) p = origin + across * p.x + rise * p.y;
-    return shape.isText();
+        box.addPoint(
+            placed.place({corner & 1 ? size.high.x : size.low.x, corner & 2 ? size.high.y : size.low.y}));
+    shape.text = placed;
+    return ClipBox::around(panel.frame, 0).meets(box);
 }
 
 void Page::forEachMark(const PagePanel& panel, const Visit& visit) const {
@@ -264,19 +263,22 @@ void Page::forEachFrame(const PagePanel& panel, const Visit& visit) const {
 
 void Page::forEachCaption(const PagePanel& panel, const Visit& visit) const {
     if (panel.content->caption.empty() || captionHeight_ <= 0) return;
-    const TextFace face;
-    double capital = kCaptionCapital * perMillimetre_ * captionHeight_ / (kCaptionMm * perMillimetre_);
+    static const TextFace face;
+    const std::wstring& caption = panel.content->caption;
+    double capital = kCaptionCapital / kCaptionMm * captionHeight_;
     const double room = panel.frame.width * 0.96;
-    const double wanted = textMetrics()->measure(face, capital, panel.content->caption).advance;
-    if (wanted > room) capital *= room / wanted;
+    double length = textMetrics()->measure(face, capital, caption).advance;
+    if (length > room) {
+        capital *= room / length;
+        length = room;
+    }
     PageShape shape;
     shape.fill = PageShape::Fill::nonZero;
     shape.rgb = ink();
-    shape.outline = textMetrics()->outlines(face, capital, panel.content->caption);
-    const double x = panel.frame.x + panel.frame.width / 2 - std::min(wanted, room) / 2;
-    const double y = panel.frame.y + panel.frame.height + captionHeight_ * 0.5 + capital / 2;
-    for (AcGePoint2d& p : shape.outline.points) p.set(x + p.x, y - p.y);
-    if (shape.isText()) visit(shape);
+    const AcGePoint2d origin(panel.frame.x + (panel.frame.width - length) / 2,
+                             panel.frame.y + panel.frame.height + (captionHeight_ + capital) / 2);
+    shape.text = PlacedText{&face, caption, origin, {capital, 0}, {0, -capital}};
+    visit(shape);
 }
 
 } // namespace host

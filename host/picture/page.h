@@ -12,6 +12,15 @@ struct PageRect {
     double x = 0, y = 0, width = 0, height = 0;
 };
 
+// A line of text in page units: its own axes, for text measured at a height of 1.
+struct PlacedText {
+    const TextFace* face;
+    std::wstring_view text;
+    AcGePoint2d origin;
+    AcGeVector2d right, up;
+    AcGePoint2d place(const AcGePoint2d& p) const { return origin + right * p.x + up * p.y; }
+};
+
 // Something to draw. Contours are in page units.
 struct PageShape {
     enum class Fill { stroke, oddEven, nonZero } fill = Fill::stroke;
@@ -20,9 +29,7 @@ struct PageShape {
     double width = 0; // of a stroke
     std::vector<AcGePoint2d> points;
     std::vector<std::uint32_t> ends;
-    // For text: curves instead of points, already placed.
-    TextOutline outline;
-    bool isText() const { return !outline.steps.empty(); }
+    std::optional<PlacedText> text{}; // instead of contours
 };
 
 struct PagePanel {

@@ -39,8 +39,10 @@ QPainterPath pathOf(const PageShape& shape) {
     return path;
 }
 
-QPainterPath pathOf(const TextOutline& outline) {
+QPainterPath pathOf(const PlacedText& text) {
     using Step = TextOutline::Step;
+    TextOutline outline = textMetrics()->outlines(*text.face, 1, text.text);
+    for (AcGePoint2d& point : outline.points) point = text.place(point);
     QPainterPath path;
     path.setFillRule(Qt::WindingFill);
     const AcGePoint2d* p = outline.points.data();
@@ -59,8 +61,8 @@ QPainterPath pathOf(const TextOutline& outline) {
 
 void paint(QPainter& painter, const PageShape& shape) {
     const QColor color = qt(shape.rgb, shape.opacity);
-    if (shape.isText()) {
-        painter.fillPath(pathOf(shape.outline), color);
+    if (shape.text) {
+        painter.fillPath(pathOf(*shape.text), color);
     } else if (shape.fill != PageShape::Fill::stroke) {
         painter.fillPath(pathOf(shape), color);
     } else {

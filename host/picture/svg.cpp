@@ -1,8 +1,11 @@
 // SVG by hand: small, with one group a layer and real sizes. Coordinates are whole micrometres, lines run
-// in relative steps, neighbours that look alike share one path.
+// in relative steps, neighbours that look alike share one path, and each letter is drawn once and used
+// wherever it stands.
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <map>
+#include <utility>
 
 #include "host/os/text.h"
 #include "host/picture/backends.h"
@@ -10,7 +13,8 @@
 namespace host {
 namespace {
 
-constexpr double kUnits = 1000; // to a millimetre
+constexpr double kUnits = 1000;       // to a millimetre
+constexpr double kLetterUnits = 1000; // to the height of a capital
 
 long long unit(double mm) { return std::llround(mm * kUnits); }
 
@@ -128,21 +132,60 @@ void addOutline(PathData& data, const TextOutline& outline) {
     }
 }
 
+// The letters of a picture, each defined once, at a thousand units to the height of a capital.
+class Letters {
+public:
+    struct Letter {
+        std::string name; // empty when there is nothing to draw
+        double advance = 0;
+    };
+
+    const Letter& letter(const TextFace& face, wchar_t c) {
+        const auto known = std::find(faces_.begin(), faces_.end(), face);
+        const auto index = static_cast<std::size_t>(known - faces_.begin());
+        if (known == faces_.end()) faces_.push_back(face);
+        const auto [entry, isNew] = letters_.try_emplace({index, c});
+        if (isNew) define(face, c, entry->second);
+        return entry->second;
+    }
+    const std::string& definitions() const { return definitions_; }
+
+private:
+    void define(const TextFace& face, wchar_t c, Letter& letter) {
+        const std::wstring_view text(&c, 1);
+        letter.advance = textMetrics()->measure(face, 1, text).advance;
+        PathData data;
+        addOutline(data, textMetrics()->outlines(face, 1, text));
+        if (data.text().empty()) return;
+        letter.name.append("c").append(std::to_string(letters_.size()));
+        definitions_ += "<path id=\"" + letter.name + "\" d=\"";
+        definitions_ += data.text();
+        definitions_ += "\"/>\n";
+    }
+
+    std::vector<TextFace> faces_;
+    std::map<std::pair<std::size_t, wchar_t>, Letter> letters_;
+    std::string definitions_;
+};
+
 class SvgWriter {
 public:
     explicit SvgWriter(const Page& page) : page_(page) {}
 
     std::string write() {
         const std::string w = std::to_string(unit(page_.width())), h = std::to_string(unit(page_.height()));
-        out_ =
-            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
+        for (std::size_t i = 0; i < page_.panels().size(); ++i) panel(i);
+        std::string head =
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" "
+            "xmlns:xlink=\"http://www.w3.org/1999/xlink\" width=\"" +
             formatFixed(page_.width(), 3, true) + "mm\" height=\"" + formatFixed(page_.height(), 3, true) +
             "mm\" viewBox=\"0 0 " + w + ' ' + h +
             "\" fill=\"none\" stroke-linecap=\"round\" stroke-linejoin=\"round\">\n";
         if (const auto ground = page_.ground())
-            out_ += "<rect width=\"" + w + "\" height=\"" + h + "\" fill=\"" + hexColor(*ground) + "\"/>\n";
-        for (std::size_t i = 0; i < page_.panels().size(); ++i) panel(i);
-        return std::move(out_ += "</svg>\n");
+            head += "<rect width=\"" + w + "\" height=\"" + h + "\" fill=\"" + hexColor(*ground) + "\"/>\n";
+        if (!letters_.definitions().empty())
+            head.append("<defs>\n").append(letters_.definitions()) += "</defs>\n";
+        return head + out_ + "</svg>\n";
     }
 
 private:
@@ -197,20 +240,38 @@ private:
         return look;
     }
 
-    // Opaque lines and letters of one look may share a path; areas may not, since their holes would mix.
+    // Opaque lines of one look may share a path; areas may not, since their holes would mix.
     static bool mayShare(const PageShape& shape) {
-        return shape.opacity == 255 && (shape.fill == PageShape::Fill::stroke || shape.isText());
+        return shape.opacity == 255 && shape.fill == PageShape::Fill::stroke;
     }
 
     void add(const PageShape& shape) {
         const std::string look = lookOf(shape);
-        if (look != look_ || !mayShare(shape) || !shared_) flush();
+        if (look != look_ || !shared_ || !mayShare(shape)) flush();
+        if (shape.text) {
+            addText(*shape.text, look);
+            return;
+        }
         look_ = look;
         shared_ = mayShare(shape);
-        if (shape.isText())
-            addOutline(data_, shape.outline);
-        else
-            addContours(data_, shape);
+        addContours(data_, shape);
+    }
+
+    void addText(const PlacedText& text, const std::string& look) {
+        const auto coefficient = [](double value) { return formatFixed(value, 5, true); };
+        const double scale = kUnits / kLetterUnits;
+        out_ += "<g" + look + " transform=\"matrix(" + coefficient(text.right.x * scale) + ' ' +
+                coefficient(text.right.y * scale) + ' ' + coefficient(text.up.x * scale) + ' ' +
+                coefficient(text.up.y * scale) + ' ' + std::to_string(unit(text.origin.x)) + ' ' +
+                std::to_string(unit(text.origin.y)) + ")\">";
+        double x = 0;
+        for (wchar_t c : text.text) {
+            const Letters::Letter& letter = letters_.letter(*text.face, c);
+            if (!letter.name.empty())
+                out_ += "<use xlink:href=\"#" + letter.name + "\" x=\"" + std::to_string(unit(x)) + "\"/>";
+            x += letter.advance;
+        }
+        out_ += "</g>\n";
     }
 
     void flush() {
@@ -227,6 +288,7 @@ private:
 
     const Page& page_;
     std::string out_, look_;
+    Letters letters_;
     PathData data_;
     bool shared_ = false;
 };
