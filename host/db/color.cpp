@@ -26,7 +26,9 @@ constexpr Palette makePalette() {
     constexpr int percent[5] = {100, 65, 50, 30, 15};
     for (int i = 10; i < 250; ++i) {
         const int hue = (i - 10) / 10, value = 255 * percent[i % 10 / 2];
-        auto shade = [&](int quarters) { return i % 2 ? value * (4 + quarters) / 800 : value * quarters / 400; };
+        auto shade = [&](int quarters) {
+            return i % 2 ? value * (4 + quarters) / 800 : value * quarters / 400;
+        };
         p[size_t(i)] = packed(shade(component(hue, 4)), shade(component(hue, 20)), shade(component(hue, 12)));
     }
     constexpr int greys[6] = {51, 91, 132, 173, 214, 255};

@@ -17,8 +17,6 @@ std::vector<AcDbDatabase*>& allDatabases() {
     return all;
 }
 
-// In IdStub::undoStep: undo took the object away. Its handle is free again.
-constexpr Adesk::UInt32 kUndone = ~0u;
 // Handles at or above are a broken file's; none is given out there.
 constexpr Adesk::UInt64 kHandleLimit = Adesk::UInt64(1) << 62;
 
@@ -110,7 +108,8 @@ host::IdStub* AcDbDatabase::stubOf(Adesk::UInt64 handle, bool create) {
 host::IdStub* AcDbDatabase::freshStub() {
     for (;; ++nextHandle_) {
         const host::IdStub* present = stubOf(nextHandle_, false);
-        if (!present || (!present->object && present->undoStep == kUndone)) return newStub(nextHandle_++);
+        if (!present || (!present->object && present->undoStep == host::IdStub::kUndone))
+            return newStub(nextHandle_++);
     }
 }
 

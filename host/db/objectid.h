@@ -36,6 +36,8 @@ struct IdStub {
     AcDbDatabase* database = nullptr;
     Adesk::UInt64 handle = 0;
     Adesk::UInt32 undoStep = 0; // the last undo step that holds this object's earlier state
+    // In undoStep: undo took the object away, and its handle is free again.
+    static constexpr Adesk::UInt32 kUndone = ~Adesk::UInt32(0);
 };
 } // namespace host
 

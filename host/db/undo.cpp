@@ -9,7 +9,7 @@
 namespace host {
 
 namespace {
-constexpr Adesk::UInt32 kUndone = ~0u; // see AcDbDatabase's handles
+constexpr Adesk::UInt32 IdStub::kUndone = ~0u; // see AcDbDatabase's handles
 }
 
 struct UndoLog::Change {
@@ -60,7 +60,7 @@ UndoLog::Step& UndoLog::openStep() {
         open_ = std::make_unique<Step>();
         open_->name = name_;
         open_->nextHandle = database_.nextHandle_;
-        if (++stepNumber_ == kUndone) stepNumber_ = 1;
+        if (++stepNumber_ == IdStub::kUndone) stepNumber_ = 1;
         redo_.clear();
     }
     return *open_;
@@ -222,7 +222,7 @@ void UndoLog::playChange(Change& change, Step& reverse) {
         if (present) {
             if (owner) change.position = owner->takeOut(change.id);
             change.id.stub()->object = nullptr;
-            change.id.stub()->undoStep = kUndone;
+            change.id.stub()->undoStep = IdStub::kUndone;
             change.object.reset(present);
         } else {
             AcDbObject* back = change.object.release();
