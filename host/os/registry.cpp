@@ -198,13 +198,15 @@ void Registry::enact(Keys& keys, const Change& change) {
     }
 }
 
-void Registry::load() {
-    if (loaded_) return;
+std::string Registry::load() {
+    if (loaded_) return {};
     loaded_ = true;
     std::string file;
     keys_.clear();
-    if (!readWhole(path_, file)) keys_ = parse(file);
+    const FileError error = readWhole(path_, file);
+    if (!error) keys_ = parse(file);
     for (const Change& change : pending_) enact(keys_, change);
+    return error && fileExists(path_) ? error.message : std::string();
 }
 
 const RegistryValue* Registry::find(std::wstring_view key, std::wstring_view name) {
@@ -281,7 +283,8 @@ std::string Registry::save() {
     if (FileError error = makeFolders(parentFolder(path_))) return error.message;
     const FileLock lock(path_ + ".lock");
     loaded_ = false;
-    load(); // what others wrote meanwhile, with our changes on top
+    // What others wrote meanwhile, with our changes on top. What can't be read must not be replaced.
+    if (std::string error = load(); !error.empty()) return error;
     if (FileError error = writeWhole(path_, written(keys_))) return error.message;
     pending_.clear();
     return {};

@@ -57,7 +57,7 @@ private:
     const RegistryValue* find(std::wstring_view key, std::wstring_view name);
     std::string apply(Change change);
     std::string save();
-    void load();
+    std::string load(); // why the file, being there, could not be read
     static void enact(Keys& keys, const Change& change);
     static Keys parse(std::string_view file);
     static std::string written(const Keys& keys);

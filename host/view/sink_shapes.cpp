@@ -18,11 +18,11 @@ struct FlatPline {
     std::vector<bool> wide; // by segment
 };
 
-void flattenSegment(FlatPline& flat, const PlineVertex& from, const PlineVertex& to) {
+void flattenSegment(FlatPline& flat, const PlineVertex& from, const PlineVertex& to, double chordPart) {
     std::vector<AcGePoint2d> places;
     const double bulge = std::fabs(from.bulge);
     const double radius = from.point.distanceTo(to.point) * (1 + bulge * bulge) / (4 * bulge);
-    appendBulge(places, from.point, to.point, from.bulge, radius * kChordPart);
+    appendBulge(places, from.point, to.point, from.bulge, radius * chordPart);
     const double chords = static_cast<double>(places.size());
     for (std::size_t i = 0; i < places.size(); ++i) {
         const double t = static_cast<double>(i) / chords;
@@ -40,10 +40,14 @@ void flattenSegment(FlatPline& flat, const PlineVertex& from, const PlineVertex&
 FlatPline flattened(const Pline& given) {
     FlatPline flat;
     const std::size_t count = given.vertices.size();
+    // Each arc of a very long polyline is a small thing; its share of points shrinks, and memory stays in
+    // proportion.
+    constexpr double longPline = 5000;
+    const double chordPart = kChordPart * std::max(1.0, static_cast<double>(count) / longPline);
     flat.points.push_back({given.vertices[0].point, 0, 0});
     flat.corners.push_back(0);
     for (std::size_t i = 0; i + 1 < count + given.closed; ++i)
-        flattenSegment(flat, given.vertices[i], given.vertices[(i + 1) % count]);
+        flattenSegment(flat, given.vertices[i], given.vertices[(i + 1) % count], chordPart);
     return flat;
 }
 

@@ -149,6 +149,14 @@ TEST_F(RegistryFile, TwoProgramsAtOnceLoseNothing) {
     }
 }
 
+TEST_F(RegistryFile, WhatCannotBeReadIsNotReplaced) {
+    fs::create_directory(path("s.ini")); // a folder stands where the file should be
+    Registry registry(path("s.ini"));
+    EXPECT_NE(registry.set(L"K", L"x", 1u), "");
+    EXPECT_TRUE(fs::is_directory(path("s.ini")));
+    EXPECT_EQ(registry.number(L"K", L"x"), 1u); // kept for this run all the same
+}
+
 TEST_F(RegistryFile, DamagedLinesAreSkippedAndKeysRemovedWithTheirChildren) {
     std::ofstream(path("s.ini"))
         << "stray = 1\n[A]\nx = 5\nbad = -3\nhuge = hex(99999999999):00\nodd = hex:123\n"
