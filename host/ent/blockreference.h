@@ -38,12 +38,26 @@ public:
     Acad::ErrorStatus explodeToOwnerSpace() const;
 
     AcDbObjectId referencedBlock() const override { return block_; }
+    // Copies own fresh copies of the attributes.
+    AcRxObject* clone() const override;
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void inDone(host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
     void ownedParts(std::vector<AcDbObjectId>& parts) const override { parts_.list(parts); }
     bool addOwnedPart(AcDbObjectId part) override { return parts_.adopt(part), true; }
     void joined(AcDbDatabase& database) override { parts_.join(*this, database); }
+
+protected:
+    Adesk::Boolean subWorldDraw(AcGiWorldDraw* context) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subExplode(AcDbVoidPtrArray& parts) const override;
+    Acad::ErrorStatus subIntersectWith(const AcDbEntity* other, AcDb::Intersect extension,
+                                       const AcGePlane* plane, AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveGripPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
+    Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode mode, const AcGePoint3d& pick,
+                                        const AcGePoint3d& last, AcGePoint3dArray& points) const override;
 
 private:
     host::OwnedParts parts_;

@@ -16,9 +16,20 @@ public:
     double thickness() const { return thickness_; }
     Acad::ErrorStatus setThickness(double thickness);
 
+    Acad::ErrorStatus reverseCurve() override;
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void inDone(host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
+
+protected:
+    host::CurvePath makePath() const override;
+    std::unique_ptr<AcDbCurve> makePart(double from, double to) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveGripPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
+    Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveStretchPointsAt(const AcGeIntArray& indices,
+                                             const AcGeVector3d& offset) override;
 
 private:
     AcGePoint3d center_;
@@ -48,9 +59,22 @@ public:
     double thickness() const { return thickness_; }
     Acad::ErrorStatus setThickness(double thickness);
 
+    Acad::ErrorStatus extend(double toParam) override;
+    Acad::ErrorStatus extend(Adesk::Boolean atStart, const AcGePoint3d& toPoint) override;
+    Acad::ErrorStatus reverseCurve() override;
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void inDone(host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
+
+protected:
+    host::CurvePath makePath() const override;
+    std::unique_ptr<AcDbCurve> makePart(double from, double to) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveGripPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
+    Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveStretchPointsAt(const AcGeIntArray& indices,
+                                             const AcGeVector3d& offset) override;
 
 private:
     AcGePoint3d center_;
@@ -85,9 +109,20 @@ public:
     Acad::ErrorStatus get(AcGePoint3d& center, AcGeVector3d& normal, AcGeVector3d& majorAxis,
                           double& radiusRatio, double& startAngle, double& endAngle) const;
 
+    Acad::ErrorStatus reverseCurve() override;
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void inDone(host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
+
+protected:
+    host::CurvePath makePath() const override;
+    std::unique_ptr<AcDbCurve> makePart(double from, double to) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveGripPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
+    Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveStretchPointsAt(const AcGeIntArray& indices,
+                                             const AcGeVector3d& offset) override;
 
 private:
     AcGePoint3d center_;

@@ -3,6 +3,7 @@
 // Unless told otherwise an operation that fails returns a status and leaves its results untouched.
 #pragma once
 #include "host/db/entity.h"
+#include "host/ent/curve_state.h"
 
 class AcDbSpline;
 
@@ -53,8 +54,41 @@ public:
     virtual Acad::ErrorStatus getArea(double& area) const;
     virtual Acad::ErrorStatus reverseCurve();
 
+    Adesk::Boolean isPlanar() const override;
+    Acad::ErrorStatus getPlane(AcGePlane& plane) const override; // eNonPlanarEntity in space
+    // The curve as the shared services see it; stands as long as the pointer does, whatever happens
+    // to the entity. Empty for curves without a vertex.
+    std::shared_ptr<const host::CurvePath> path() const;
+
 protected:
     AcDbCurve() = default;
     AcDbCurve(const AcDbCurve&) = default;
     AcDbCurve& operator=(const AcDbCurve&) = default;
+
+    // What a kind of curve fills in: its path, and a new curve of what lies between two parameters of
+    // the path, widths included (null: there is none).
+    virtual host::CurvePath makePath() const { return {}; }
+    virtual std::unique_ptr<AcDbCurve> makePart(double, double) const { return nullptr; }
+    // Differs whenever the path may; for wholes with parts it tells of the parts, too.
+    virtual std::uint64_t state() const { return mark_.value(); }
+    // The door of every setter of a curve.
+    Acad::ErrorStatus willModify() {
+        const auto es = AcDbEntity::willModify();
+        return mark_.touch(), es;
+    }
+
+    Adesk::Boolean subWorldDraw(AcGiWorldDraw* context) const override;
+    Acad::ErrorStatus subGetTransformedCopy(const AcGeMatrix3d& matrix, AcDbEntity*& copy) const override;
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subIntersectWith(const AcDbEntity* other, AcDb::Intersect extension,
+                                       const AcGePlane* plane, AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode mode, const AcGePoint3d& pick,
+                                        const AcGePoint3d& last, AcGePoint3dArray& points) const override;
+
+    // Appends the pieces as lines and arcs of this curve's look.
+    Acad::ErrorStatus explodePieces(AcDbVoidPtrArray& parts) const;
+
+private:
+    std::optional<double> paramNear(const AcGePoint3d& point) const;
+    host::StateMark mark_;
 };

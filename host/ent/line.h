@@ -16,8 +16,21 @@ public:
     AcGeVector3d normal() const { return normal_; }
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
 
+    Acad::ErrorStatus extend(double toParam) override;
+    Acad::ErrorStatus extend(Adesk::Boolean atStart, const AcGePoint3d& toPoint) override;
+    Acad::ErrorStatus reverseCurve() override;
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
+
+protected:
+    host::CurvePath makePath() const override;
+    std::unique_ptr<AcDbCurve> makePart(double from, double to) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveGripPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
+    Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveStretchPointsAt(const AcGeIntArray& indices,
+                                             const AcGeVector3d& offset) override;
 
 private:
     AcGePoint3d start_, end_;
@@ -41,6 +54,15 @@ public:
 
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
+
+protected:
+    Adesk::Boolean subWorldDraw(AcGiWorldDraw* context) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveGripPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
+    Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode mode, const AcGePoint3d& pick,
+                                        const AcGePoint3d& last, AcGePoint3dArray& points) const override;
 
 private:
     AcGePoint3d position_;

@@ -68,9 +68,21 @@ public:
     Acad::ErrorStatus setVertices(std::vector<Vertex> vertices);
 
     Adesk::Boolean isClosed() const override { return closed_; }
+    Acad::ErrorStatus extend(double toParam) override;
+    Acad::ErrorStatus extend(Adesk::Boolean atStart, const AcGePoint3d& toPoint) override;
+    Acad::ErrorStatus reverseCurve() override;
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void inDone(host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
+
+protected:
+    host::CurvePath makePath() const override;
+    std::unique_ptr<AcDbCurve> makePart(double from, double to) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveGripPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
+    Acad::ErrorStatus subExplode(AcDbVoidPtrArray& parts) const override;
+    Adesk::Boolean subWorldDraw(AcGiWorldDraw* context) const override;
 
 private:
     std::vector<Vertex> vertices_;

@@ -1,10 +1,10 @@
 // The old polylines of the plane, whose vertices are objects: simple, fitted with arcs, or
 // smoothed as quadratic or cubic B-splines over a frame of control vertices.
 #pragma once
-#include "host/ent/curve.h"
+#include "host/ent/polyline.h"
 #include "host/ent/polyline_parts.h"
 
-class AcDb2dVertex : public AcDbEntity {
+class AcDb2dVertex : public host::VertexEntity {
     HOST_DB_CLASS(AcDb2dVertex)
 public:
     AcDb2dVertex() = default;
@@ -66,6 +66,11 @@ public:
     AcGeVector3d normal() const { return normal_; }
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
     bool isLinetypeGenerationOn() const { return flags_ & 128; }
+    void setLinetypeGeneration(bool on);
+    struct Widths {
+        double start = 0, end = 0;
+    };
+    Widths widthsOf(const AcDb2dVertex& vertex) const; // its own or the default ones
     // eInvalidInput when start and end or two vertices differ.
     Acad::ErrorStatus getConstantWidth(double& width) const;
 
@@ -81,13 +86,30 @@ public:
     const host::OwnedParts& parts() const { return parts_; }
     Adesk::Boolean isClosed() const override { return closed_; }
     std::string dxfName() const override { return "POLYLINE"; }
+    Acad::ErrorStatus extend(double toParam) override;
+    Acad::ErrorStatus extend(Adesk::Boolean atStart, const AcGePoint3d& toPoint) override;
+    Acad::ErrorStatus reverseCurve() override;
+    // Copies own fresh copies of the vertices.
+    AcRxObject* clone() const override;
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
     void ownedParts(std::vector<AcDbObjectId>& parts) const override { parts_.list(parts); }
     bool addOwnedPart(AcDbObjectId part) override { return parts_.adopt(part), true; }
     void joined(AcDbDatabase& database) override { parts_.join(*this, database); }
 
+protected:
+    host::CurvePath makePath() const override;
+    std::unique_ptr<AcDbCurve> makePart(double from, double to) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveGripPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
+    Acad::ErrorStatus subExplode(AcDbVoidPtrArray& parts) const override;
+    Adesk::Boolean subWorldDraw(AcGiWorldDraw* context) const override;
+    std::uint64_t state() const override;
+
 private:
+    std::vector<AcDbPolyline::Vertex> drawnVertices() const;
+    void assignDrawn(const std::vector<AcDbPolyline::Vertex>& drawn);
     host::OwnedParts parts_;
     AcDb::Poly2dType type_ = AcDb::k2dSimplePoly;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;

@@ -3,7 +3,7 @@
 #include "host/ent/curve.h"
 #include "host/ent/polyline_parts.h"
 
-class AcDb3dPolylineVertex : public AcDbEntity {
+class AcDb3dPolylineVertex : public host::VertexEntity {
     HOST_DB_CLASS(AcDb3dPolylineVertex)
 public:
     AcDb3dPolylineVertex() = default;
@@ -47,13 +47,28 @@ public:
     const host::OwnedParts& parts() const { return parts_; }
     Adesk::Boolean isClosed() const override { return closed_; }
     std::string dxfName() const override { return "POLYLINE"; }
+    Acad::ErrorStatus extend(double toParam) override;
+    Acad::ErrorStatus extend(Adesk::Boolean atStart, const AcGePoint3d& toPoint) override;
+    Acad::ErrorStatus reverseCurve() override;
+    // Copies own fresh copies of the vertices.
+    AcRxObject* clone() const override;
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
     void ownedParts(std::vector<AcDbObjectId>& parts) const override { parts_.list(parts); }
     bool addOwnedPart(AcDbObjectId part) override { return parts_.adopt(part), true; }
     void joined(AcDbDatabase& database) override { parts_.join(*this, database); }
 
+protected:
+    host::CurvePath makePath() const override;
+    std::unique_ptr<AcDbCurve> makePart(double from, double to) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveGripPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
+    Acad::ErrorStatus subExplode(AcDbVoidPtrArray& parts) const override;
+    std::uint64_t state() const override;
+
 private:
+    std::vector<AcGePoint3d> drawnPoints() const;
     host::OwnedParts parts_;
     AcDb::Poly3dType type_ = AcDb::k3dSimplePoly;
     int flags_ = 8;

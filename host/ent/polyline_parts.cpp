@@ -48,6 +48,19 @@ AcDbObjectId OwnedParts::insertFirst(AcDbEntity& whole, AcDbEntity* part) {
     return id;
 }
 
+void OwnedParts::insertBehind(AcDbEntity& whole, size_t number, AcDbEntity* part) {
+    if (!whole.database()) {
+        waiting_.emplace(waiting_.begin() + long(std::min(number + 1, waiting_.size())), part);
+        return;
+    }
+    AcDbObjectId behind;
+    size_t at = 0;
+    for (AcDbObjectId id : ids_)
+        if (!id.isErased() && at++ == number) behind = id;
+    append(whole, part, behind);
+    part->close();
+}
+
 void OwnedParts::adopt(AcDbObjectId part) {
     if (part.isValid() && AcDbSequenceEnd::cast(part.stub()->object))
         end_ = part;
@@ -77,6 +90,16 @@ void OwnedParts::detach() {
         if (id.isValid() && !id.isErased()) waiting_.push_back(copyOf(*id.stub()->object));
     ids_.clear();
     end_.setNull();
+}
+
+// Marks are never given twice, so wholes with the same mixture have the same parts in the same state.
+std::uint64_t OwnedParts::state(std::uint64_t ownState) const {
+    std::uint64_t mixed = ownState;
+    each<VertexEntity>([&](const VertexEntity& part) {
+        mixed = (mixed ^ part.mark()) * 0x9E3779B97F4A7C15u;
+        mixed ^= mixed >> 29;
+    });
+    return mixed;
 }
 
 } // namespace host

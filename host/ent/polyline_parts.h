@@ -5,10 +5,27 @@
 #include <vector>
 
 #include "host/db/entity.h"
+#include "host/ent/curve_state.h"
 
 class AcDbSequenceEnd;
 
 namespace host {
+
+// A vertex that is an object: its polyline sees by the mark that it has changed.
+class VertexEntity : public AcDbEntity {
+public:
+    std::uint64_t mark() const { return mark_.value(); }
+
+protected:
+    VertexEntity() = default;
+    Acad::ErrorStatus willModify() {
+        const auto es = AcDbEntity::willModify();
+        return mark_.touch(), es;
+    }
+
+private:
+    StateMark mark_;
+};
 
 // The parts of one whole. Until the whole joins a drawing the parts are held here; then they are
 // residents owned by it.
@@ -26,6 +43,10 @@ public:
     // has (and then stays open for write), and belongs to the whole in any case.
     AcDbObjectId append(AcDbEntity& whole, AcDbEntity* part, AcDbObjectId after = {});
     AcDbObjectId insertFirst(AcDbEntity& whole, AcDbEntity* part);
+    // Behind the part with that number, counted without erased ones; the part is closed afterwards.
+    void insertBehind(AcDbEntity& whole, size_t number, AcDbEntity* part);
+    // Erases residents, and drops waiting parts, for which the test holds.
+    template <class Test> void removeIf(Test test);
     // Takes in a part that stands in the drawing, or the end mark.
     void adopt(AcDbObjectId part);
     // The whole has joined a drawing.
@@ -38,6 +59,8 @@ public:
     template <class Part, class Visit> void eachForWrite(Visit visit) const;
     // Copies of residents become waiting parts: for clones outside the drawing.
     void detach();
+    // The whole's own state with that of its parts, which are vertices.
+    std::uint64_t state(std::uint64_t ownState) const;
 
 private:
     std::vector<AcDbObjectId> ids_;
@@ -51,6 +74,16 @@ template <class Part, class Visit> void OwnedParts::each(Visit visit) const {
         // Straight from the stub: a whole that is open may read its parts whatever their own state.
         const AcDbObject* object = id.isNull() ? nullptr : id.stub()->object;
         if (object && !object->isErased()) visit(static_cast<const Part&>(*object));
+    }
+}
+
+template <class Test> void OwnedParts::removeIf(Test test) {
+    std::erase_if(waiting_, [&](const auto& part) { return test(*part); });
+    for (AcDbObjectId id : std::vector<AcDbObjectId>(ids_)) {
+        AcDbEntity* part = nullptr;
+        if (acdbOpenObject(part, id, AcDb::kForWrite) != Acad::eOk) continue;
+        if (test(*part)) part->erase();
+        part->close();
     }
 }
 

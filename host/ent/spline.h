@@ -55,9 +55,17 @@ public:
     Acad::ErrorStatus setNurbs(host::ge::Nurbs curve); // drops the fit data
     Adesk::Boolean isClosed() const override;
     Adesk::Boolean isPeriodic() const override;
+    Acad::ErrorStatus reverseCurve() override;
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void inDone(host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
+
+protected:
+    host::CurvePath makePath() const override;
+    std::unique_ptr<AcDbCurve> makePart(double from, double to) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveGripPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
 
 private:
     void solveFit();

@@ -50,6 +50,15 @@ protected:
     // Files put the vertical mode behind a second marker; attributes behind their own.
     virtual void outSecond(host::GroupWriter& writer) const;
     virtual int verticalModeCode() const { return 73; }
+    // What is shown: attribute definitions show their tag.
+    virtual const std::wstring& shownText() const { return text_; }
+    Adesk::Boolean subWorldDraw(AcGiWorldDraw* context) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveGripPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
+    Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode mode, const AcGePoint3d& pick,
+                                        const AcGePoint3d& last, AcGePoint3dArray& points) const override;
 
 private:
     std::wstring text_;
@@ -85,6 +94,9 @@ public:
     Acad::ErrorStatus setPrompt(const ACHAR* prompt);
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void outSecond(host::GroupWriter& writer) const override;
+
+protected:
+    const std::wstring& shownText() const override { return tag_; }
 
 private:
     std::wstring prompt_;
@@ -129,6 +141,16 @@ public:
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void inDone(host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
+
+protected:
+    Adesk::Boolean subWorldDraw(AcGiWorldDraw* context) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subMoveGripPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
+    Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode mode, const AcGePoint3d& pick,
+                                        const AcGePoint3d& last, AcGePoint3dArray& points) const override;
+    Acad::ErrorStatus subExplode(AcDbVoidPtrArray& parts) const override;
 
 private:
     AcGePoint3d location_;
