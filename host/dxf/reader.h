@@ -62,6 +62,7 @@ private:
 
     // One object.
     void readBody(AcDbObject& object, Head& head);
+    void giveLayer(AcDbObject& object);
     bool takeHead(AcDbObject& object, Head& head);
     void takeFlags(const Group& group, Head& head) const;
     void takeMark();

@@ -29,8 +29,17 @@ void DrawingReader::readBody(AcDbObject& object, Head& head) {
     gathered_.shrink();
     if (keptObject) keptObject->setGroups(std::exchange(gathered_, {}));
     if (keptEntity_) keptEntity_->setGroups(std::exchange(gathered_, {}));
+    giveLayer(object);
     object.inDone(*this);
     if (object.tail()) object.tailForWrite().kept.shrink(), object.tailForWrite().xdata.shrink();
+}
+
+// Entities that name no layer are on layer 0.
+void DrawingReader::giveLayer(AcDbObject& object) {
+    const auto* entity = dynamic_cast<const AcDbEntity*>(&object);
+    if (!entity || !entity->layerId().isNull()) return;
+    subclass = "AcDbEntity";
+    object.inGroup(Group::ofText(8, "0"), *this);
 }
 
 // What stands before the first marker. In files without markers that is everything.
