@@ -8,10 +8,6 @@
 
 namespace host {
 
-namespace {
-constexpr Adesk::UInt32 IdStub::kUndone = ~0u; // see AcDbDatabase's handles
-}
-
 struct UndoLog::Change {
     enum class Kind : std::uint8_t { data, presence, erasure, identity, header };
     Kind kind;
