@@ -49,6 +49,7 @@ private:
     void readTable();
     AcDbSymbolTable& readTableHead(const TableKind& kind);
     void readRecord(const TableKind& kind, AcDbSymbolTable& table);
+    void giveName(AcDbSymbolTableRecord& record, const TableKind& kind);
     void giveLinetype(AcDbSymbolTableRecord& record);
     void keepTable(const std::string& name);
     void readBlocks();
@@ -89,6 +90,8 @@ private:
     void makeRecord(const NameBook::Missing& missing);
     void tieOwners();
     void claim(AcDbObjectId orphan, AcDbObjectId owner);
+    bool leadsWell(const AcDbDictionary::Entry& entry, bool root) const;
+    void dropDeadEntries();
     void settleVersion();
     void note(const std::string& sentence, bool fixed, long line = 0);
 
@@ -115,7 +118,7 @@ private:
     };
     Whole whole_;
     AcDbBlockTableRecord *modelSpace_ = nullptr, *paperSpace_ = nullptr;
-    int namelessBlocks_ = 0;
+    int nameless_ = 0; // names given so far
     // The kinds of what the file holds, for the version to save it as.
     bool sawMarkers_ = false, sawModernKind_ = false;
 };

@@ -8,11 +8,12 @@
 namespace host::dxf {
 
 void DrawingReader::finish() {
+    closeWhole(); // one that a fault broke off
     section_.clear();
     nameObject({});
-    whole_ = {};
     makeMissing();
     tieOwners();
+    dropDeadEntries();
     settleVersion();
     for (const std::string& sentence : database->complete()) note(sentence, true);
     reviveKeptObjects(*database);
@@ -56,6 +57,32 @@ void DrawingReader::claim(AcDbObjectId orphan, AcDbObjectId owner) {
     if (!object || !object->ownerId().isNull() || orphan == database->namedObjectsDictionaryId()) return;
     AcDbObjectPointer<AcDbObject> opened(orphan, AcDb::kForWrite);
     if (opened) opened->setOwnerId(owner);
+}
+
+// False for an entry that leads nowhere, and for one of the root's own dictionaries that leads to
+// something else.
+bool DrawingReader::leadsWell(const AcDbDictionary::Entry& entry, bool root) const {
+    const bool fixed =
+        root && (equalNoCase(entry.key, L"ACAD_GROUP") || equalNoCase(entry.key, L"ACAD_LAYOUT") ||
+                 equalNoCase(entry.key, L"ACAD_PLOTSETTINGS"));
+    return fixed ? behind<AcDbDictionary>(entry.id) != nullptr : entry.id.isValid();
+}
+
+// Entries that lead nowhere: of the root, where they would hide what is made in their place; and of
+// all dictionaries when a fault has cut off the objects they led to.
+void DrawingReader::dropDeadEntries() {
+    for (const IdStub& stub : database->stubs()) {
+        auto* dictionary = stub.object ? AcDbDictionary::cast(stub.object) : nullptr;
+        if (!dictionary) continue;
+        const bool root = dictionary->objectId() == database->namedObjectsDictionaryId();
+        if (!root && report_.message.empty()) continue;
+        for (const AcDbDictionary::Entry& entry : std::vector(dictionary->entries())) {
+            if (leadsWell(entry, root)) continue;
+            AcDbObjectPointer<AcDbDictionary> opened(dictionary->objectId(), AcDb::kForWrite);
+            if (!opened || opened->remove(entry.id) != Acad::eOk) continue;
+            note("the entry " + utf8(entry.key) + " of a dictionary led nowhere; it was taken out", true);
+        }
+    }
 }
 
 // The file's own version where it tells the truth. Files that name none, and files that say R12 or

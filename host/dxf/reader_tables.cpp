@@ -66,10 +66,22 @@ void DrawingReader::readRecord(const TableKind& kind, AcDbSymbolTable& table) {
     std::unique_ptr<AcDbObject> made(AcDbObject::cast(kind.record()->create()));
     auto* record = AcDbSymbolTableRecord::cast(made.get());
     readBody(*record, head);
+    giveName(*record, kind);
     giveLinetype(*record);
     const std::wstring name = record->name();
     if (!head.handle) head.handle = names_.waitingHandle(kind, name);
     table.adopt(place(std::move(made), head, table.objectId()), name);
+}
+
+// Records are found by their names, but for shape files, which stand nameless among the text styles.
+void DrawingReader::giveName(AcDbSymbolTableRecord& record, const TableKind& kind) {
+    if (!record.name().empty() || kind.name == "STYLE") return;
+    std::wstring name;
+    do name = L"Nameless" + std::to_wstring(++nameless_);
+    while (!database->find(kind.table(), name).isNull());
+    subclass = {};
+    record.inGroup(Group::ofText(2, utf8(name)), *this);
+    note("the record has no name; it was called " + utf8(name), true);
 }
 
 // A layer that names no linetype has the continuous one, by its name in this drawing.
@@ -136,7 +148,7 @@ AcDbBlockTableRecord& DrawingReader::recordOfBlock() {
         if (record->blockBegin().isNull()) return *record;
     if (title.name.empty()) {
         note("the block has no name; it got one", true);
-        title.name = "*U" + std::to_string(++namelessBlocks_);
+        title.name = "*U" + std::to_string(++nameless_);
     }
     std::wstring name = blockName(title.name);
     // A second block of one name keeps what it holds under a name of its own.

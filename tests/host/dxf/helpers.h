@@ -1,8 +1,10 @@
 // Small drawings as text, and what the tests ask of a drawing.
 #pragma once
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <string>
 #include <vector>
 
