@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "host/db/symboltable.h"
 #include "host/os/text.h"
 
 namespace host {
@@ -137,6 +138,11 @@ bool GroupList::find(int code, Group& out) const {
 }
 
 void GroupWriter::text(int code, const std::wstring& wide) { write(Group::ofText(code, utf8(wide))); }
+
+void GroupWriter::recordName(int code, AcDbObjectId record) {
+    const AcDbObject* object = record.isNull() ? nullptr : record.stub()->object;
+    if (const auto* named = dynamic_cast<const AcDbSymbolTableRecord*>(object)) text(code, named->name());
+}
 
 void GroupWriter::normal(int code, const AcGeVector3d& n) {
     if (n.x != 0 || n.y != 0 || n.z != 1) vector(code, n);
