@@ -34,6 +34,8 @@ public:
     Acad::ErrorStatus appendAttribute(AcDbObjectId& id, AcDbAttribute* attribute);
     AcDbObjectIterator* attributeIterator() const;
     const host::OwnedParts& parts() const { return parts_; }
+    // The box as a matrix shows it; not valid when nothing is shown.
+    AcDbExtents extentsThrough(const AcGeMatrix3d& matrix) const;
     // The entities of the block, moved to where this reference shows them.
     Acad::ErrorStatus explodeToOwnerSpace() const;
 
@@ -60,6 +62,14 @@ protected:
                                         const AcGePoint3d& last, AcGePoint3dArray& points) const override;
 
 private:
+    // From column to column and from row to row, in world coordinates.
+    struct Steps {
+        AcGeVector3d column, row;
+    };
+    Steps steps() const;
+    // Calls `visit` with the block's matrix in each row and column until it returns false.
+    template <class Visit> void eachCell(Visit visit) const;
+
     host::OwnedParts parts_;
     AcGePoint3d position_;
     AcDbObjectId block_;

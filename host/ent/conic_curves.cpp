@@ -47,7 +47,9 @@ host::CurvePath AcDbCircle::makePath() const {
     return host::CurvePath::conic(host::ge::fullCircle(center_, normal_, radius_));
 }
 std::unique_ptr<AcDbCurve> AcDbCircle::makePart(double from, double to) const {
-    return std::make_unique<AcDbArc>(center_, normal_, radius_, turned(from), turned(to));
+    auto part = std::make_unique<AcDbArc>(center_, normal_, radius_, turned(from), turned(to));
+    part->setThickness(thickness_);
+    return part;
 }
 Acad::ErrorStatus AcDbCircle::reverseCurve() { HOST_SET(normal_, -normal_); }
 
@@ -88,8 +90,8 @@ host::CurvePath AcDbArc::makePath() const {
         host::ge::circularArc(center_, normal_, radius_, start_, start_ + totalAngle()));
 }
 std::unique_ptr<AcDbCurve> AcDbArc::makePart(double from, double to) const {
-    auto part = std::make_unique<AcDbArc>(*this);
-    part->start_ = turned(from), part->end_ = turned(to);
+    auto part = std::make_unique<AcDbArc>(center_, normal_, radius_, turned(from), turned(to));
+    part->thickness_ = thickness_;
     return part;
 }
 // Seen from the other side, whose X axis points elsewhere.
@@ -192,7 +194,7 @@ host::CurvePath AcDbEllipse::makePath() const {
         {center_, normal_, major_, ratio_, start_, start_ + std::min(sweep, kTwoPi)});
 }
 std::unique_ptr<AcDbCurve> AcDbEllipse::makePart(double from, double to) const {
-    auto part = std::make_unique<AcDbEllipse>(*this);
+    auto part = std::make_unique<AcDbEllipse>(center_, normal_, major_, ratio_);
     part->start_ = from, part->end_ = to;
     return part;
 }

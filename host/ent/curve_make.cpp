@@ -1,6 +1,9 @@
 // Entities from paths: each shape becomes the plainest kind of entity that holds it.
 #include "host/ent/curve_make.h"
 
+#include <cmath>
+#include <numbers>
+
 #include "host/ent/conics.h"
 #include "host/ent/line.h"
 #include "host/ent/polyline.h"
@@ -13,6 +16,7 @@ namespace {
 
 // Entities hold no ellipse flatter than this.
 constexpr double kLeastRatio = 1e-6;
+constexpr double kTwoPi = 2 * std::numbers::pi;
 
 std::unique_ptr<AcDbCurve> makePolyline(const PlaneChain& chain) {
     auto polyline = std::make_unique<AcDbPolyline>();
@@ -34,8 +38,12 @@ std::unique_ptr<AcDbCurve> makeConic(const ge::EllipticArc& arc) {
         if (arc.isClosed()) return std::make_unique<AcDbCircle>(arc.center, arc.normal, arc.majorRadius());
         // Angles of arcs count from the X axis that belongs to the normal.
         const double turn = arc.normal.perpVector().angleTo(arc.majorAxis, arc.normal);
-        return std::make_unique<AcDbArc>(arc.center, arc.normal, arc.majorRadius(), arc.start + turn,
-                                         arc.end + turn);
+        const auto angle = [&](double param) {
+            const double rest = std::fmod(param + turn, kTwoPi);
+            return rest < 0 ? rest + kTwoPi : rest;
+        };
+        return std::make_unique<AcDbArc>(arc.center, arc.normal, arc.majorRadius(), angle(arc.start),
+                                         angle(arc.end));
     }
     auto ellipse = std::make_unique<AcDbEllipse>(arc.center, arc.normal, arc.majorAxis,
                                                  std::max(arc.ratio, kLeastRatio));

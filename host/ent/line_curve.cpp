@@ -9,8 +9,8 @@ host::CurvePath AcDbLine::makePath() const { return host::CurvePath::line(start_
 
 std::unique_ptr<AcDbCurve> AcDbLine::makePart(double from, double to) const {
     const host::CurvePath whole = makePath();
-    auto part = std::make_unique<AcDbLine>(*this);
-    part->start_ = whole.pointAt(from), part->end_ = whole.pointAt(to);
+    auto part = std::make_unique<AcDbLine>(whole.pointAt(from), whole.pointAt(to));
+    part->normal_ = normal_, part->thickness_ = thickness_;
     return part;
 }
 

@@ -1,7 +1,8 @@
 // Single-line text, its attribute kinds, and multi-line text.
 #pragma once
+#include "host/db/entity.h"
 #include "host/db/symboltable.h"
-#include "host/ent/curve.h"
+#include "host/gi/text_metrics.h"
 
 class AcDbText : public AcDbEntity {
     HOST_DB_CLASS(AcDbText)
@@ -37,6 +38,11 @@ public:
     Acad::ErrorStatus setThickness(double thickness);
     AcGeVector3d normal() const { return normal_; }
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+    host::TextFace face() const; // of the style, as this text sets it
+    // Everything that shows, of an attribute too.
+    void takeFrom(const AcDbText& other) {
+        AcDbText::operator=(other), text_ = std::wstring(other.shownText());
+    }
     bool isMirroredInX() const { return generation_ & 2; }
     bool isMirroredInY() const { return generation_ & 4; }
     Acad::ErrorStatus mirrorInX(bool mirrored);
@@ -137,6 +143,12 @@ public:
     AcDbObjectId textStyle() const { return style_; }
     Acad::ErrorStatus setTextStyle(AcDbObjectId style);
     double lineSpacingFactor() const { return lineSpacing_; }
+    // The lines as they are set, each from the start of its baseline.
+    struct Line {
+        std::wstring text;
+        AcGePoint3d position;
+    };
+    std::vector<Line> lines() const;
 
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void inDone(host::ReadContext& context) override;
