@@ -6,7 +6,7 @@
 #include "host/db/database.h"
 #include "host/os/text.h"
 #include "host/view/collector.h"
-#include "host/view/peek.h"
+#include "host/view/readable.h"
 #include "host/view/screen.h"
 
 namespace host {
@@ -37,7 +37,7 @@ DrawableLook DatabaseSource::look(const AcGiDrawable& drawable) {
 
 LayerLook DatabaseSource::layer(AcDbObjectId id) {
     LayerLook look;
-    const auto* record = peek<AcDbLayerTableRecord>(id);
+    const auto* record = readable<AcDbLayerTableRecord>(id);
     if (!record) return look;
     look.name = record->name();
     look.isZero = look.name == L"0";
@@ -52,7 +52,7 @@ LayerLook DatabaseSource::layer(AcDbObjectId id) {
 
 LinetypeLook DatabaseSource::linetype(AcDbObjectId id) {
     LinetypeLook look;
-    const auto* record = peek<AcDbLinetypeTableRecord>(id);
+    const auto* record = readable<AcDbLinetypeTableRecord>(id);
     if (!record) return look;
     if (equalNoCase(record->name(), L"ByLayer"))
         look.kind = LinetypeKind::byLayer;
@@ -84,10 +84,10 @@ DisplayList displaySpace(AcDbDatabase& database, AcDbObjectId space, DisplayOpti
     DatabaseSource source(&database);
     if (!(options.chordError > 0)) options.chordError = curveError(database);
     DisplayCollector collector(source, std::move(options));
-    const auto* record = peek<AcDbBlockTableRecord>(space.isNull() ? database.currentSpaceId() : space);
+    const auto* record = readable<AcDbBlockTableRecord>(space.isNull() ? database.currentSpaceId() : space);
     if (!record) return {};
     for (AcDbObjectId id : record->entities())
-        if (const auto* entity = peek<AcDbEntity>(id)) collector.add(*entity, id);
+        if (const auto* entity = readable<AcDbEntity>(id)) collector.add(*entity, id);
     return collector.take();
 }
 

@@ -7,7 +7,7 @@
 #include "host/db/blocktable.h"
 #include "host/ent/text.h"
 #include "host/gi/draw.h"
-#include "host/view/peek.h"
+#include "host/view/readable.h"
 
 namespace host {
 
@@ -24,11 +24,11 @@ void Screen::redraw(AcDbObjectId entity) {
 }
 
 bool Screen::drawBlock(AcGiWorldDraw* context, AcDbObjectId block) {
-    const auto* record = peek<AcDbBlockTableRecord>(block);
+    const auto* record = readable<AcDbBlockTableRecord>(block);
     if (!context || !record) return false;
     bool any = false;
     for (AcDbObjectId id : record->entities()) {
-        const auto* entity = peek<AcDbEntity>(id);
+        const auto* entity = readable<AcDbEntity>(id);
         if (!entity || context->regenAbort()) continue;
         // Definitions show only where the block is made; references bring attributes of their own.
         const auto* definition = dynamic_cast<const AcDbAttributeDefinition*>(entity);

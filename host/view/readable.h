@@ -6,7 +6,7 @@
 namespace host {
 
 // The object behind the id if there is one of that class that isn't erased; else null.
-template <class T> const T* peek(AcDbObjectId id) {
+template <class T> const T* readable(AcDbObjectId id) {
     const AcDbObject* object = id.isNull() ? nullptr : id.stub()->object;
     return object && !object->isErased() ? dynamic_cast<const T*>(object) : nullptr;
 }
