@@ -15,6 +15,7 @@ namespace host {
 class VertexEntity : public AcDbEntity {
 public:
     std::uint64_t mark() const { return mark_.value(); }
+    std::string dxfName() const override { return "VERTEX"; }
 
 protected:
     VertexEntity() = default;
