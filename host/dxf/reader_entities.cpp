@@ -61,6 +61,11 @@ void DrawingReader::readPart(std::string_view kind) {
                                                           : factory_.entity(kind);
     Head head;
     readBody(*part, head);
+    // References without attributes have no end mark.
+    if (end && !whole_.any && whole_.parts == "ATTRIB") {
+        whole_ = {};
+        return note("an end mark of a sequence without parts was left out", true);
+    }
     whole.addOwnedPart(place(std::move(part), head, whole.objectId()));
     whole_.any = true;
     if (end) whole_ = {};

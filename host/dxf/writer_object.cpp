@@ -115,8 +115,11 @@ void DrawingWriter::writeEntity(AcDbObjectId id) {
 void DrawingWriter::writeParts(const AcDbObject& whole) {
     std::vector<AcDbObjectId> parts;
     whole.ownedParts(parts);
-    for (AcDbObjectId id : parts)
-        if (const auto* part = behind<AcDbObject>(id); part && !part->isErased()) writeObject(*part);
+    std::erase_if(parts, [](AcDbObjectId id) { return !behind<AcDbObject>(id) || id.isErased(); });
+    // A reference whose attributes are gone needs no end mark.
+    const bool endAlone = parts.size() == 1 && AcDbSequenceEnd::cast(parts[0].stub()->object);
+    if (endAlone && whole.dxfName() != "POLYLINE") return;
+    for (AcDbObjectId id : parts) writeObject(*id.stub()->object);
 }
 
 } // namespace host::dxf
