@@ -5,6 +5,7 @@
 #include "host/ed/commands.h"
 #include "host/ed/interpreter.h"
 #include "host/ent/register.h"
+#include "host/view/screen.h"
 
 namespace host {
 
@@ -16,6 +17,7 @@ void startHost() {
     static AcEdCommandStack stack;
     acrxSysRegistry()->atPut(ACRX_COMMAND_DOCK, &stack);
     acrxSysRegistry()->atPut(ACRX_DYNAMIC_LINKER, acrxDynamicLinkerPtr());
+    screen();
     registerHostCommands();
 }
 
