@@ -53,12 +53,6 @@ void acedUpdateDisplay() { host::frontEnd().redraw(); }
 int acedVports2VportTableRecords() { return RTNORM; }
 int acedUsrBrk() { return host::frontEnd().progress(L"", -1) ? 0 : 1; }
 
-int acdbEntUpd(const ads_name entity) {
-    AcDbObjectId id;
-    if (acdbGetObjectId(id, entity) != Acad::eOk || !id.isValid()) return RTERROR;
-    return host::frontEnd().redraw(), RTNORM;
-}
-
 int acedPutSym(const ACHAR* name, const resbuf* value) {
     if (!name || !*name) return RTERROR;
     const std::wstring key = host::upper(name);
