@@ -49,7 +49,7 @@ ResultKind resultKind(int restype) {
     case -2: return ResultKind::name;
     default: break;
     }
-    return restype > 0 && restype <= 1071 ? kindOfCode(restype) : ResultKind::none;
+    return restype >= 0 && restype <= 1071 ? kindOfCode(restype) : ResultKind::none;
 }
 
 namespace {

@@ -173,9 +173,11 @@ TEST(Thin, AnswersOutsideTheRangeAreClampedAndEscEndsWithoutAWord) {
 
 TEST(Thin, OneUndoBringsTheDrawingBackByteForByte) {
     Drawing drawing;
-    drawing.addPolyline(wave(300, 50));
+    auto doubled = wave(300, 50);
+    doubled.push_back(doubled.back());
+    drawing.addPolyline(doubled);
     drawing.add2dPolyline(inSpace(wave(60, 50)), AcDb::k2dCubicSplinePoly);
-    drawing.add3dPolyline(inSpace(wave(90, 50)));
+    drawing.add3dPolyline(inSpace(doubled));
     drawing.database().undoLog().commit();
     const std::string before = drawing.bytes();
     for (const wchar_t* script : {L"PLYH\nall\n\n3\n\n", L"PLYH2\nall\n\n", L"PLYH3\nall\n\n", L"QXTY\nall\n\n"}) {
