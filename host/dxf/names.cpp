@@ -41,10 +41,11 @@ private:
             if (what_ == "TABLE") table_ = tableKind(bare(group.text));
             if (table_ && what_ == table_->name) name_ = decoder_.decode(group.text);
         }
+        if (group.type != GroupType::handle || header_) return;
+        // References count, too: nothing new may come to stand where one leads.
+        if (group.handle() <= kHighestHandle) highest_ = std::max(highest_, group.handle());
         const int handleCode = what_ == "DIMSTYLE" ? 105 : 5;
-        if (group.code != handleCode || handle_ || header_) return;
-        handle_ = group.handle();
-        if (handle_ <= kHighestHandle) highest_ = std::max(highest_, handle_);
+        if (group.code == handleCode && !handle_) handle_ = group.handle();
     }
     template <class Record> void finish(Record& record) {
         if (!name_.empty()) record(*table_, name_, handle_);
@@ -88,11 +89,18 @@ AcDbObjectId NameBook::find(const TableKind& kind, std::string_view name) {
         else if (const auto waits = waiting_.find(key); waits != waiting_.end())
             id = waits->second.id;
         else
-            id = AcDbObjectId(database_.stubOf(database_.handseed(), true));
+            id = freshId();
         waiting_.try_emplace(key, Waiting{wideName, id});
     }
     known.emplace(std::string(name), id);
     return id;
+}
+
+// An id under a handle that nobody else will get.
+AcDbObjectId NameBook::freshId() {
+    const std::uint64_t handle = database_.handseed();
+    database_.raiseHandseed(handle + 1);
+    return AcDbObjectId(database_.stubOf(handle, true));
 }
 
 std::uint64_t NameBook::waitingHandle(const TableKind& kind, const std::wstring& name) {

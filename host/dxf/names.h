@@ -42,7 +42,7 @@ private:
         AcDbObjectId id;
     };
     void survey();
-    struct Survey;
+    AcDbObjectId freshId();
 
     AcDbDatabase& database_;
     GroupStream& stream_;
@@ -52,7 +52,7 @@ private:
     bool surveyed_ = false;
 };
 
-// Handles above this are faults: counting on from them would overflow.
-inline constexpr std::uint64_t kHighestHandle = 0x7FFFFFFFFFFFFFFF;
+// Handles above this are faults: they would leave too few to be given out.
+inline constexpr std::uint64_t kHighestHandle = 0x3FFFFFFFFFFFFFFF;
 
 } // namespace host::dxf

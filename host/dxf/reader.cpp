@@ -85,7 +85,8 @@ void DrawingReader::readHeader() {
             continue;
         }
         if (group.type == GroupType::handle) group.text = {};
-        if (name == "$HANDSEED" && group.handle() <= kHighestHandle) database->raiseHandseed(group.handle());
+        if (name == "$HANDSEED" && group.handle() / 2 <= kHighestHandle)
+            database->raiseHandseed(group.handle());
         value.append(group);
     }
     finish();

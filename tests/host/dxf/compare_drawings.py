@@ -124,8 +124,8 @@ def missing_objects(found, again):
         if name in FRAMES or any(g[0] == 2 and str(g[1]).upper() in SPACES for g in groups):
             continue
         wanted, key = data(groups), handle(name, groups)
-        if name == "ENDBLK" and set(wanted) <= {(8, "0")}:
-            continue  # of the spaces, which R12 doesn't need
+        if name in ("ENDBLK", "SEQEND") and {code for code, _ in wanted} <= {8, 100}:
+            continue  # end marks that tell nothing: of R12's spaces, of references without attributes
         if key and key not in seen and key in by_handle:
             lost = lacks(name, wanted, by_handle[key])
             seen.add(key)

@@ -110,6 +110,36 @@ TEST(Reader, NamesMayBeUsedBeforeTheyAreDefined) {
     EXPECT_FALSE(read.noted("Strich is named"));
 }
 
+TEST(Reader, EveryMissingNameGetsARecordOfItsOwn) {
+    Codes lines;
+    for (int i = 0; i < 20; ++i)
+        lines =
+            lines + Codes{{0, "LINE"}, {8, "L" + std::to_string(i % 10)}, {6, "T" + std::to_string(i % 7)}};
+    Read read(drawing(lines, "AC1009"));
+    ASSERT_TRUE(read.report.ok);
+    const auto model = read.model();
+    ASSERT_EQ(model.size(), 20u);
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_EQ(model[size_t(i)]->layerName(), L"L" + std::to_wstring(i % 10));
+        const auto* linetype = dxf::behind<AcDbLinetypeTableRecord>(model[size_t(i)]->linetypeId());
+        ASSERT_NE(linetype, nullptr);
+        EXPECT_EQ(linetype->name(), L"T" + std::to_wstring(i % 7));
+    }
+}
+
+TEST(Reader, NothingNewComesToStandWhereADeadReferenceLeads) {
+    Read read(drawing({{0, "THING"},
+                       {100, "AcDbEntity"},
+                       {8, "0"},
+                       {100, "Thing"},
+                       {340, "30"},
+                       {340, "31"},
+                       {340, "800"}}));
+    ASSERT_TRUE(read.report.ok);
+    for (const std::uint64_t handle : {0x30u, 0x31u, 0x800u})
+        EXPECT_EQ(read.database.stubOf(handle, true)->object, nullptr) << handle;
+}
+
 TEST(Reader, UnknownThingsComeBackWhereTheyStood) {
     const std::string bytes =
         section("HEADER", {{9, "$ACADVER"}, {1, "AC1032"}, {9, "$MYVARIABLE"}, {40, "1.5"}, {70, "2"}}) +
