@@ -81,8 +81,10 @@ TEST(MultipleCopy, EachPointMovesACopyOfTheWholeSelection) {
     ASSERT_EQ(6u, all.size());
     for (size_t i = 0; i < 2; ++i) {
         AcDbExtents source, copy, second;
-        AcDbObjectPointer<AcDbEntity> a(all[i], AcDb::kForRead), b(all[2 + i], AcDb::kForRead), c(all[4 + i], AcDb::kForRead);
-        ASSERT_TRUE(a->getGeomExtents(source) == Acad::eOk && b->getGeomExtents(copy) == Acad::eOk && c->getGeomExtents(second) == Acad::eOk);
+        AcDbObjectPointer<AcDbEntity> a(all[i], AcDb::kForRead), b(all[2 + i], AcDb::kForRead),
+            c(all[4 + i], AcDb::kForRead);
+        ASSERT_TRUE(a->getGeomExtents(source) == Acad::eOk && b->getGeomExtents(copy) == Acad::eOk &&
+                    c->getGeomExtents(second) == Acad::eOk);
         EXPECT_LT((copy.minPoint() - source.minPoint() - AcGeVector3d(100, 0, 0)).length(), 1e-9);
         EXPECT_LT((second.maxPoint() - source.maxPoint() - AcGeVector3d(100, 50, 0)).length(), 1e-9);
     }

@@ -35,9 +35,10 @@ TEST(TextHash, RunsOverUtf16UnitsLowByteFirstAndUnifiesLineEnds) {
 
 TEST(LanguageFile, ReadsSectionsEscapesAndSkipsTheRest) {
     LanguageFile file;
-    file.Read(L"; comment\r\n# another\n[ Config ]\nSourceLanguage = ZH_cn\nDefaultLanguage=pt_BR\nnonsense\n[Text]\n" + keyOf(L"圆", L"en") +
-              L" =   a\\tb\\nc\\\\d\\q\\\n" + keyOf(L"线", L"en") + L"=first\n" + keyOf(L"线", L"en") + L"=second\n[Other]\n" +
-              keyOf(L"点", L"en") + L"=never\n");
+    file.Read(L"; comment\r\n# another\n[ Config ]\nSourceLanguage = "
+              L"ZH_cn\nDefaultLanguage=pt_BR\nnonsense\n[Text]\n" +
+              keyOf(L"圆", L"en") + L" =   a\\tb\\nc\\\\d\\q\\\n" + keyOf(L"线", L"en") + L"=first\n" +
+              keyOf(L"线", L"en") + L"=second\n[Other]\n" + keyOf(L"点", L"en") + L"=never\n");
     EXPECT_EQ(L"zh-cn", file.SourceLanguage);
     EXPECT_EQ(L"pt-br", file.ConfiguredLanguage);
     EXPECT_EQ(L"a\tb\nc\\d\\q\\", file.LookupExact(L"圆", L"en"));
@@ -47,7 +48,8 @@ TEST(LanguageFile, ReadsSectionsEscapesAndSkipsTheRest) {
 
 TEST(LanguageFile, FallsBackToThePrimaryLanguageAndKeepsWhiteSpaceAround) {
     LanguageFile file;
-    file.Read(L"[Text]\n" + host::lower(keyOf(L"圆", L"de")) + L"=Kreis\n" + keyOf(L"线", L"de-at") + L"=\n" + keyOf(L"线", L"de") + L"=Linie\n");
+    file.Read(L"[Text]\n" + host::lower(keyOf(L"圆", L"de")) + L"=Kreis\n" + keyOf(L"线", L"de-at") + L"=\n" +
+              keyOf(L"线", L"de") + L"=Linie\n");
     EXPECT_EQ(L"Kreis", file.LookupExact(L"圆", L"de-at")) << "keys are found in small letters too";
     EXPECT_EQ(L"Linie", file.LookupExact(L"线", L"de-at")) << "an empty entry counts as none";
     EXPECT_EQ(L"\n Kreis\t ", file.LookupTrimmed(L"\n 圆\t ", L"de"));
@@ -83,5 +85,7 @@ TEST(Language, ACommandSpeaksTheLanguageAskedFor) {
     host::setRequestedLanguage("zh");
     EXPECT_THAT(english, testing::HasSubstr("0 duplicate vertices removed."));
     EXPECT_THAT(english, testing::HasSubstr("The command SCVN_VECTORIZE is not built yet."));
-    EXPECT_TRUE(std::all_of(english.begin(), english.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; })) << english;
+    EXPECT_TRUE(std::all_of(english.begin(), english.end(), [](char c) {
+        return static_cast<unsigned char>(c) < 0x80;
+    })) << english;
 }

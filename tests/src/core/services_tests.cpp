@@ -17,7 +17,9 @@ using testing::HasSubstr;
 
 namespace {
 
-AcDbObjectId aLine(Drawing& drawing) { return drawing.add(std::make_unique<AcDbLine>(AcGePoint3d(1, 2, 0), AcGePoint3d(4, 6, 0))); }
+AcDbObjectId aLine(Drawing& drawing) {
+    return drawing.add(std::make_unique<AcDbLine>(AcGePoint3d(1, 2, 0), AcGePoint3d(4, 6, 0)));
+}
 
 // Runs `work` as a command of the drawing, with these answers.
 template <class Work> std::string inCommand(Drawing& drawing, const std::wstring& answers, Work work) {
@@ -59,7 +61,8 @@ TEST(Payload, IsCutEvery200CharactersAndComesBackWhole) {
 }
 
 TEST(Payload, NumbersComeBackExactlyAndMissesLeaveTheValueAlone) {
-    const PayloadText text = PayloadText(L"AAWC2;").Add(L"n", 42).Add(L"len", 1.0 / 3).Add(L"at", AcGePoint3d(0.1, -2e300, 1e-9));
+    const PayloadText text =
+        PayloadText(L"AAWC2;").Add(L"n", 42).Add(L"len", 1.0 / 3).Add(L"at", AcGePoint3d(0.1, -2e300, 1e-9));
     int n = 0;
     double length = 0;
     AcGePoint3d at;
@@ -136,12 +139,14 @@ TEST(YesNo, EnterAndEscGiveTheDefaultAndOnlyYesIsTrue) {
     const struct {
         const wchar_t* answer;
         bool otherwise, expected;
-    } rows[] = {{L"Y\n", false, true},  {L"yes\n", false, true}, {L"N\n", true, false}, {L"No\n", true, false}, {L"\n", true, true},
-                {L"\n", false, false}, {L"^C\n", true, true},   {L"", true, true},    {L"perhaps\nY\n", false, true}};
+    } rows[] = {{L"Y\n", false, true},  {L"yes\n", false, true}, {L"N\n", true, false},
+                {L"No\n", true, false}, {L"\n", true, true},     {L"\n", false, false},
+                {L"^C\n", true, true},  {L"", true, true},       {L"perhaps\nY\n", false, true}};
     for (const auto& row : rows) {
         Drawing drawing;
         bool answer = !row.expected;
-        inCommand(drawing, row.answer, [&] { answer = AskYesNo(L"\n是否保护细节(Y/N)[Y]", L"", row.otherwise); });
+        inCommand(drawing, row.answer,
+                  [&] { answer = AskYesNo(L"\n是否保护细节(Y/N)[Y]", L"", row.otherwise); });
         EXPECT_EQ(row.expected, answer) << host::utf8(row.answer) << row.otherwise;
     }
 }
@@ -167,8 +172,10 @@ TEST(Appending, LandsBesideTheReferenceAlsoInsideABlock) {
     EXPECT_EQ(L"*U", record->name().substr(0, 2));
     record->close();
 
-    EXPECT_EQ(Acad::eOk, AppendBesideEntity(&drawing.database(), new AcDbLine({0, 1, 0}, {1, 1, 0}), inner, beside));
-    EXPECT_EQ(Acad::eOk, AppendBesideEntity(&drawing.database(), new AcDbLine({0, 2, 0}, {1, 2, 0}), AcDbObjectId(), alone));
+    EXPECT_EQ(Acad::eOk,
+              AppendBesideEntity(&drawing.database(), new AcDbLine({0, 1, 0}, {1, 1, 0}), inner, beside));
+    EXPECT_EQ(Acad::eOk, AppendBesideEntity(&drawing.database(), new AcDbLine({0, 2, 0}, {1, 2, 0}),
+                                            AcDbObjectId(), alone));
     AcDbObjectPointer<AcDbEntity> first(beside, AcDb::kForRead), second(alone, AcDb::kForRead);
     EXPECT_EQ(block, first->ownerId());
     EXPECT_EQ(drawing.database().modelSpaceId(), second->ownerId());
@@ -202,7 +209,9 @@ TEST(Properties, ByLayerAndByBlockAreResolved) {
     green.setColorIndex(3);
     layer->setColor(green);
     layer.close();
-    const auto resolved = [&](int index) { return line->setColorIndex(Adesk::UInt16(index)), ResolvedColor(*line, color), color.colorIndex(); };
+    const auto resolved = [&](int index) {
+        return line->setColorIndex(Adesk::UInt16(index)), ResolvedColor(*line, color), color.colorIndex();
+    };
     EXPECT_EQ(3, resolved(256));
     EXPECT_EQ(7, resolved(0));
     EXPECT_EQ(5, resolved(5));
@@ -214,7 +223,9 @@ TEST(Properties, ByLayerAndByBlockAreResolved) {
 }
 
 TEST(Planes, FollowTheArbitraryAxisRuleOnBothSidesOfItsLimit) {
-    for (const AcGeVector3d& n : {AcGeVector3d(0, 0, 1), AcGeVector3d(0.01, 0.0156, 1), AcGeVector3d(0.016, 0, 1), AcGeVector3d(0, 0, -1), AcGeVector3d(1, 2, -3)}) {
+    for (const AcGeVector3d& n :
+         {AcGeVector3d(0, 0, 1), AcGeVector3d(0.01, 0.0156, 1), AcGeVector3d(0.016, 0, 1),
+          AcGeVector3d(0, 0, -1), AcGeVector3d(1, 2, -3)}) {
         AcGeMatrix3d matrix;
         MatrixFromNormal(n, matrix);
         const AcGeVector3d unit = n.normal();
@@ -239,14 +250,16 @@ TEST(CurveServices, SamplesAreEvenAndEndExactly) {
     AcGePoint3dArray points;
     ASSERT_TRUE(SampleCurveEvenly(bow, points, 9));
     ASSERT_EQ(9, points.length());
-    for (int i = 1; i < 9; ++i) EXPECT_NEAR(10 * std::sin(3.14159265358979 / 16), points[i].distanceTo(points[i - 1]), 1e-9);
+    for (int i = 1; i < 9; ++i)
+        EXPECT_NEAR(10 * std::sin(3.14159265358979 / 16), points[i].distanceTo(points[i - 1]), 1e-9);
     EXPECT_EQ(AcGePoint3d(10, 0, 0), points.last());
     EXPECT_FALSE(SampleCurveEvenly(AcDbLine({0, 0, 0}, {5e-5, 0, 0}), points, 9));
     EXPECT_EQ(0, CurveLength(AcDbPoint({1, 2, 3})));
 }
 
 TEST(CurveServices, PointsInOneDirectionGiveALineAndOthersACurve) {
-    const AcGePoint3d straight[] = {{0, 0, 0}, {5, 5, 0}, {2, 2, 0}}, bent[] = {{0, 0, 0}, {5, 0, 0}, {5, 5, 0}, {0, 6, 0}};
+    const AcGePoint3d straight[] = {{0, 0, 0}, {5, 5, 0}, {2, 2, 0}},
+                      bent[] = {{0, 0, 0}, {5, 0, 0}, {5, 5, 0}, {0, 6, 0}};
     const AcGePoint3d rising[] = {{0, 0, 0}, {5, 0, 1}, {5, 5, 2}};
     Drawing drawing;
     AcDbObjectId id;
@@ -271,7 +284,8 @@ TEST(CurveServices, ColourIndicesOutsideTheRangeTakeTheCurrentColour) {
     AcCmColor current;
     current.setColorIndex(6);
     drawing.database().setCecolor(current);
-    for (const auto& [index, expected] : {std::pair(256, 256), std::pair(0, 0), std::pair(17, 17), std::pair(-1, 6), std::pair(900, 6)}) {
+    for (const auto& [index, expected] :
+         {std::pair(256, 256), std::pair(0, 0), std::pair(17, 17), std::pair(-1, 6), std::pair(900, 6)}) {
         AcDbObjectId id;
         ASSERT_TRUE(MakeCurveThroughPoints(id, 2, points, index, false, {}, {}));
         AcDbObjectPointer<AcDbEntity> curve(id, AcDb::kForRead);

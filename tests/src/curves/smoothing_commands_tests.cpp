@@ -13,7 +13,8 @@ namespace {
 
 std::vector<AcGePoint2d> wave(int count, double size) {
     std::vector<AcGePoint2d> points;
-    for (int i = 0; i < count; ++i) points.push_back({size * i / (count - 1), size * 0.1 * std::sin(12.0 * i / (count - 1))});
+    for (int i = 0; i < count; ++i)
+        points.push_back({size * i / (count - 1), size * 0.1 * std::sin(12.0 * i / (count - 1))});
     return points;
 }
 AcGePoint3dArray inSpace(const std::vector<AcGePoint2d>& points) {
@@ -44,7 +45,8 @@ TEST(RemoveDuplicates, WorksInPlaceOnAllThreeKinds) {
     EXPECT_EQ(3u, vertexCount(light));
     EXPECT_EQ(3u, livingVertices<AcDb2dPolyline>(flat));
     EXPECT_EQ(3u, livingVertices<AcDb3dPolyline>(spatial));
-    EXPECT_EQ((std::vector<AcDbObjectId>{light, flat, spatial}), drawing.entities()) << "no entity is replaced";
+    EXPECT_EQ((std::vector<AcDbObjectId>{light, flat, spatial}), drawing.entities())
+        << "no entity is replaced";
 }
 
 TEST(RemoveDuplicates, ClosesWhatEndsWhereItStartsAndErasesWhatHasNoLength) {
@@ -104,7 +106,9 @@ TEST(Thin, SmallShapesKeepTheirFormOnlyWhenDetailsAreProtected) {
         Drawing drawing;
         drawing.addPolyline({{0, 0}, {1e6, 0}});
         std::vector<AcGePoint2d> circle;
-        for (int i = 0; i < 64; ++i) circle.push_back({3 * std::cos(i * std::numbers::pi / 32), 3 * std::sin(i * std::numbers::pi / 32)});
+        for (int i = 0; i < 64; ++i)
+            circle.push_back(
+                {3 * std::cos(i * std::numbers::pi / 32), 3 * std::sin(i * std::numbers::pi / 32)});
         drawing.addPolyline(circle, true);
         drawing.run(protect ? L"PLYH\nall\n\n1\nYes\n" : L"PLYH\nall\n\n1\nNo\n");
         const auto left = drawing.entities();
@@ -112,8 +116,10 @@ TEST(Thin, SmallShapesKeepTheirFormOnlyWhenDetailsAreProtected) {
         AcDbObjectPointer<AcDbPolyline> small(left[1], AcDb::kForRead);
         double area = 0;
         small->getArea(area);
-        if (protect) EXPECT_NEAR(std::numbers::pi * 9, area, 1.5);
-        else EXPECT_LT(area, 1.0) << "thinned by the size of the whole selection, it collapses";
+        if (protect)
+            EXPECT_NEAR(std::numbers::pi * 9, area, 1.5);
+        else
+            EXPECT_LT(area, 1.0) << "thinned by the size of the whole selection, it collapses";
     }
 }
 
@@ -166,8 +172,11 @@ TEST(Thin, AnswersOutsideTheRangeAreClampedAndEscEndsWithoutAWord) {
     const std::string before = drawing.bytes();
     EXPECT_THAT(drawing.run(L"PLYH\nall\n\n^C\n"), testing::Not(HasSubstr("优化前")));
     EXPECT_EQ(before, drawing.bytes());
-    const std::string clamped = drawing.run(L"PLYH\nall\n\n99\n\nU\n"), ten = drawing.run(L"PLYH\nall\n\n10\n\n");
-    const auto report = [](const std::string& text) { return text.substr(text.find("优化前"), text.find("％") - text.find("优化前")); };
+    const std::string clamped = drawing.run(L"PLYH\nall\n\n99\n\nU\n"),
+                      ten = drawing.run(L"PLYH\nall\n\n10\n\n");
+    const auto report = [](const std::string& text) {
+        return text.substr(text.find("优化前"), text.find("％") - text.find("优化前"));
+    };
     EXPECT_EQ(report(ten), report(clamped));
 }
 
@@ -180,7 +189,8 @@ TEST(Thin, OneUndoBringsTheDrawingBackByteForByte) {
     drawing.add3dPolyline(inSpace(doubled));
     drawing.database().undoLog().commit();
     const std::string before = drawing.bytes();
-    for (const wchar_t* script : {L"PLYH\nall\n\n3\n\n", L"PLYH2\nall\n\n", L"PLYH3\nall\n\n", L"QXTY\nall\n\n"}) {
+    for (const wchar_t* script :
+         {L"PLYH\nall\n\n3\n\n", L"PLYH2\nall\n\n", L"PLYH3\nall\n\n", L"QXTY\nall\n\n"}) {
         drawing.run(script);
         EXPECT_NE(before, drawing.bytes());
         drawing.run(L"U\n");
@@ -209,8 +219,10 @@ TEST(SplineFit, GivesACubicFitPolylineNearTheSource) {
 
 TEST(Project, LeavesTheSourceAndAddsItsPlan) {
     Drawing drawing;
-    const AcDbObjectId tilted = drawing.add(std::make_unique<AcDbCircle>(AcGePoint3d(0, 0, 5), AcGeVector3d(0, 1, 1), 2.0));
-    const AcDbObjectId line = drawing.add(std::make_unique<AcDbLine>(AcGePoint3d(0, 0, 1), AcGePoint3d(3, 4, 9)));
+    const AcDbObjectId tilted =
+        drawing.add(std::make_unique<AcDbCircle>(AcGePoint3d(0, 0, 5), AcGeVector3d(0, 1, 1), 2.0));
+    const AcDbObjectId line =
+        drawing.add(std::make_unique<AcDbLine>(AcGePoint3d(0, 0, 1), AcGePoint3d(3, 4, 9)));
     EXPECT_THAT(drawing.run(L"QXTY\nall\n\n"), HasSubstr("生成了< 2 >根投影曲线。"));
     EXPECT_FALSE(tilted.isErased() || line.isErased());
     const auto all = drawing.entities();

@@ -29,7 +29,9 @@ public:
         host::setUserRegistry(home + "/settings.ini");
         host::setRequestedLanguage("zh");
         host::startHost();
-        static const bool registered = [] { return host::setFrontEnd(nullptr), corvane::RegisterCommands(), true; }();
+        static const bool registered = [] {
+            return host::setFrontEnd(nullptr), corvane::RegisterCommands(), true;
+        }();
         (void)registered;
         document_ = acDocManagerPtr()->add(std::make_unique<AcDbDatabase>(true));
     }
@@ -67,7 +69,8 @@ public:
     AcDbObjectId add3dPolyline(const AcGePoint3dArray& points, bool closed = false) {
         return add(std::make_unique<AcDb3dPolyline>(AcDb::k3dSimplePoly, points, closed));
     }
-    AcDbObjectId add2dPolyline(const AcGePoint3dArray& points, AcDb::Poly2dType type = AcDb::k2dSimplePoly, bool closed = false) {
+    AcDbObjectId add2dPolyline(const AcGePoint3dArray& points, AcDb::Poly2dType type = AcDb::k2dSimplePoly,
+                               bool closed = false) {
         return add(std::make_unique<AcDb2dPolyline>(type, points, 0.0, closed));
     }
 
