@@ -14,7 +14,7 @@ HOST_DEFINE_ABSTRACT_CLASS(AcDbCurve, AcDbEntity)
 namespace {
 // How far off a curve a point may lie and still be taken as on it, as a part of the curve's size.
 constexpr double kOnCurve = 1e-6;
-// Areas of curves that leave their plane by more than this part of their size aren't told.
+// Parts of a parameter range or a length that are no more than rounding.
 constexpr double kSameParam = 1e-9;
 } // namespace
 

@@ -104,6 +104,7 @@ private:
     const ge::ArcLengthTable& lengthTable() const;
     PathClosest closestOnChain(const PlaneChain& chain, const AcGePoint3d& point) const;
     PathClosest closestOnChain(const SpaceChain& chain, const AcGePoint3d& point) const;
+    AcDbExtents chainExtents(const PlaneChain& chain) const;
     void setRange(double start, double end, int pieces);
     double paramStep() const { return isLine_ ? end_ : 1; }
 

@@ -16,11 +16,12 @@ constexpr double kEdgeOn = 1e-9;
 
 PathClosest from(const ge::NurbsClosest& c) { return {c.point, c.param, c.distance}; }
 
-// What can't be nearer than `best`: everything on the segment keeps this near to the middle of its chord.
+// Everything on a segment keeps this near to the middle of its chord.
+double reachOf(const ge::BulgeSegment& s) { return std::max(0.5 * s.chord(), std::fabs(s.sagitta())); }
+
 bool isFartherThan(const ge::BulgeSegment& s, const AcGePoint2d& point, double best) {
     const AcGePoint2d middle = s.start + (s.end - s.start) * 0.5;
-    const double reach = std::max(0.5 * s.chord(), std::fabs(s.sagitta()));
-    return point.distanceTo(middle) - reach > best;
+    return point.distanceTo(middle) - reachOf(s) > best;
 }
 
 } // namespace
@@ -95,6 +96,29 @@ PathClosest CurvePath::closestAlong(const AcGePoint3d& point, const AcGeVector3d
 
 // -- boxes, planes, areas -----------------------------------------------------------------------------
 
+// Arcs whose disc the vertices' box holds already can't make it larger.
+AcDbExtents CurvePath::chainExtents(const PlaneChain& chain) const {
+    AcDbExtents box;
+    for (const ge::BulgeVertex& v : chain.vertices) box.addPoint(chain.toWorld(v.point));
+    const AcGeVector3d& n = chain.normal;
+    const AcGeVector3d share(std::sqrt(std::max(0.0, 1 - n.x * n.x)), std::sqrt(std::max(0.0, 1 - n.y * n.y)),
+                             std::sqrt(std::max(0.0, 1 - n.z * n.z)));
+    const auto holds = [&](const AcGePoint3d& middle, double reach) {
+        for (unsigned axis = 0; axis < 3; ++axis)
+            if (middle[axis] - reach * share[axis] < box.minPoint()[axis] ||
+                middle[axis] + reach * share[axis] > box.maxPoint()[axis])
+                return false;
+        return true;
+    };
+    for (int i = 0; i < pieces_; ++i) {
+        const ge::BulgeSegment s = segment(i);
+        if (s.isStraight() || holds(chain.toWorld(s.start + (s.end - s.start) * 0.5), reachOf(s))) continue;
+        const PathPiece any = piece(i);
+        if (const auto* arc = std::get_if<ge::EllipticArc>(&any)) box.addExt(arc->extents());
+    }
+    return box;
+}
+
 AcDbExtents CurvePath::extents() const {
     if (extents_) return *extents_;
     AcDbExtents box;
@@ -105,12 +129,7 @@ AcDbExtents CurvePath::extents() const {
     } else if (const auto* space = asSpaceChain()) {
         for (const AcGePoint3d& p : space->points) box.addPoint(p);
     } else if (const auto* plane = asPlaneChain()) {
-        for (const ge::BulgeVertex& v : plane->vertices) box.addPoint(plane->toWorld(v.point));
-        for (int i = 0; i < pieces_; ++i) {
-            if (segment(i).isStraight()) continue;
-            const PathPiece any = piece(i);
-            if (const auto* arc = std::get_if<ge::EllipticArc>(&any)) box.addExt(arc->extents());
-        }
+        box = chainExtents(*plane);
     }
     extents_ = box;
     return box;

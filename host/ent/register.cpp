@@ -4,6 +4,7 @@
 #include "host/db/blocktable.h"
 #include "host/ent/blockreference.h"
 #include "host/ent/conics.h"
+#include "host/ent/faces.h"
 #include "host/ent/line.h"
 #include "host/ent/polyline.h"
 #include "host/ent/polyline2d.h"
@@ -19,7 +20,7 @@ template <class... Classes> void describe() { (Classes::desc(), ...); }
 void registerEntityClasses() {
     describe<AcDbLine, AcDbPoint, AcDbCircle, AcDbArc, AcDbEllipse, AcDbPolyline, AcDb2dPolyline,
              AcDb2dVertex, AcDb3dPolyline, AcDb3dPolylineVertex, AcDbSpline, AcDbText, AcDbAttribute,
-             AcDbAttributeDefinition, AcDbMText, AcDbBlockReference>();
+             AcDbAttributeDefinition, AcDbMText, AcDbBlockReference, AcDbTrace, AcDbSolid, AcDbFace>();
 }
 
 } // namespace host

@@ -7,6 +7,7 @@
 #include "host/db/capture.h"
 #include "host/db/database.h"
 #include "host/ent/blockreference.h"
+#include "host/ent/faces.h"
 #include "host/os/text.h"
 #include "specimens.h"
 
@@ -306,6 +307,10 @@ TEST_F(Residents, GroupsReadBackGiveTheSameGroups) {
     reference->setArray(2, 3, 4, 5), reference->setScaleFactors({1, -2, 3}), reference->setRotation(1);
     entities.push_back(std::move(reference));
     entities.push_back(std::make_unique<AcDbPoint>(AcGePoint3d(1, 2, 3)));
+    const AcGePoint3d corners[] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}};
+    entities.push_back(std::make_unique<AcDbSolid>(corners[0], corners[1], corners[2], corners[3]));
+    entities.back()->transformBy(AcGeMatrix3d::rotation(1, AcGeVector3d(1, 1, 1)));
+    entities.push_back(std::make_unique<AcDbFace>(corners[0], corners[1], corners[3], corners[2]));
     for (const auto& entity : entities) {
         SCOPED_TRACE(host::utf8(entity->isA()->name()));
         entity->setLayer(drawing.layerZero());
