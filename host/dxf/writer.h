@@ -45,6 +45,7 @@ private:
     void writeTies(const AcDbObject& object);
     void writeXdata(const AcDbObject& object);
     void writeReferences(const AcDbBlockTableRecord& block);
+    void writePartHead(const char* kind, AcDbObjectId whole, const GroupList& common);
     void writeOldPolyline(const AcDbEntity& polyline);
     bool isHeld(const AcDbObject& entity);
     void beginSection(std::string_view name);

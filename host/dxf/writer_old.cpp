@@ -56,42 +56,47 @@ constexpr int kClosed = 1, kLinetypeGeneration = 128;
 
 } // namespace
 
+// The head of a part of a converted entity: a fresh handle, the whole as its owner.
+void DrawingWriter::writePartHead(const char* kind, AcDbObjectId whole, const GroupList& common) {
+    out_->text(0, std::string_view(kind));
+    const std::uint64_t handle = freshHandle();
+    out_->handle(5, handle);
+    if (hasTies()) out_->handle(330, whole);
+    out_->subclass("AcDbEntity");
+    for (const Group group : common) out_->write(group);
+}
+
+// An LWPOLYLINE as a POLYLINE, in the form in which that would be written itself.
 void DrawingWriter::writeOldPolyline(const AcDbEntity& polyline) {
     PolylineGroups data;
     data.database = &database_;
     data.version = AcDb::kDHL_1014; // with markers, and nothing that came later
     polyline.outGroups(data);
-    const auto head = [&](const char* kind, std::uint64_t handle, std::uint64_t owner, const char* marker) {
-        out_->text(0, std::string_view(kind));
-        out_->handle(5, handle);
-        if (hasTies()) out_->handle(330, owner);
-        if (hasTies()) out_->text(100, std::string_view("AcDbEntity"));
-        for (const Group group : data.common) out_->write(group);
-        if (hasTies() && marker) out_->text(100, std::string_view(marker));
-    };
-    const std::uint64_t handle = polyline.objectId().handle();
+    out_->beginObject(nullptr);
     out_->text(0, std::string_view("POLYLINE"));
     writeHandle(polyline);
     writeTies(polyline);
-    if (hasTies()) out_->text(100, std::string_view("AcDbEntity"));
+    out_->subclass("AcDbEntity");
     for (const Group group : data.common) out_->write(group);
-    if (hasTies()) out_->text(100, std::string_view("AcDb2dPolyline"));
+    out_->subclass("AcDb2dPolyline");
     out_->integer(66, 1);
     out_->point(10, AcGePoint3d(0, 0, data.elevation));
     if (data.thickness != 0) out_->real(39, data.thickness);
-    if (const int flags = data.flags & (kClosed | kLinetypeGeneration)) out_->integer(70, flags);
+    out_->integer(70, data.flags & (kClosed | kLinetypeGeneration));
     if (data.width != 0) out_->real(40, data.width), out_->real(41, data.width);
     out_->normal(210, data.normal);
     writeXdata(polyline);
     for (const PolylineGroups::Vertex& vertex : data.vertices) {
-        head("VERTEX", freshHandle(), handle, "AcDbVertex");
-        if (hasTies()) out_->text(100, std::string_view("AcDb2dVertex"));
+        writePartHead("VERTEX", polyline.objectId(), data.common);
+        out_->subclass("AcDbVertex");
+        out_->subclass("AcDb2dVertex");
         out_->point(10, AcGePoint3d(vertex.x, vertex.y, data.elevation));
-        if (vertex.startWidth != 0) out_->real(40, vertex.startWidth);
-        if (vertex.endWidth != 0) out_->real(41, vertex.endWidth);
+        const bool wide = vertex.startWidth != 0 || vertex.endWidth != 0;
+        if (wide) out_->real(40, vertex.startWidth), out_->real(41, vertex.endWidth);
         if (vertex.bulge != 0) out_->real(42, vertex.bulge);
+        out_->integer(70, 0);
     }
-    head("SEQEND", freshHandle(), handle, nullptr);
+    writePartHead("SEQEND", polyline.objectId(), data.common);
     step();
 }
 

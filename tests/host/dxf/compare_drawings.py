@@ -11,7 +11,10 @@ from collections import Counter
 from ezdxf.lldxf import tagger
 
 CODE_PAGES = {"ansi_932": "cp932", "ansi_936": "gb18030", "dos850": "cp850", "ansi_949": "cp949"}
-DEFAULTS = {(6, "bylayer"), (62, 256), (370, -1), (280, 0), (281, 1), (48, 1.0), (60, 0)}
+DEFAULTS = {(6, "bylayer"), (62, 256), (370, -1), (280, 0), (281, 1), (48, 1.0), (60, 0), (39, 0.0)}
+# Of entities only: scales, angles, flags and extrusions that say nothing, and what is counted anew.
+PLAIN = {(41, 1.0), (42, 1.0), (43, 1.0), (43, 0.0), (50, 0.0), (51, 0.0), (70, 0), (71, 0), (72, 0), (73, 0),
+         (66, 1), (70, 2), (210, 0.0), (220, 0.0), (230, 1.0)}
 
 
 def load(path):
@@ -46,7 +49,7 @@ def value(code, raw):
         return str(raw).strip().upper()
     try:
         if kind(code) is float:
-            return float(raw)
+            return float("%.12g" % float(raw))  # angles may turn in their last digit
         if kind(code) is int:
             return int(re.match(r"\s*[-+]?\d+", str(raw)).group())
         if kind(code) is hex:
@@ -78,9 +81,30 @@ def handle(name, groups):
     return None
 
 
-def data(groups):
+RECORDS = ("VPORT", "LTYPE", "LAYER", "STYLE", "VIEW", "UCS", "APPID", "DIMSTYLE", "BLOCK_RECORD")
+FRAMES = ("SECTION", "ENDSEC", "TABLE", "ENDTAB", "EOF", "CLASS")
+SPACES = ("$MODEL_SPACE", "$PAPER_SPACE")
+
+
+TEXTS = ("TEXT", "ATTRIB", "ATTDEF")
+
+
+def meaning(name, groups):
+    """An entity's groups without those that say nothing."""
+    groups = [group for group in groups if group not in PLAIN]
+    if name == "MTEXT":  # the text may be cut elsewhere, the angle be told as a direction
+        text = "".join(content for code, content in groups if code in (3, 1))
+        groups = [group for group in groups if group[0] not in (1, 3, 50, 11, 21, 31)] + [(1, text)]
+    if name in TEXTS and not any(code in (72, 73, 74) for code, _ in groups):
+        groups = [group for group in groups if group[0] not in (11, 21, 31)]
+    if name == "INSERT" and not any(code in (70, 71) for code, _ in groups):
+        groups = [group for group in groups if group[0] not in (44, 45)]
+    return groups
+
+
+def data(name, groups):
     kept, skipping = [], False
-    for group in groups:
+    for group in groups if name in RECORDS else meaning(name, groups):
         skipping = skipping or group == (102, "{BLKREFS")
         if not skipping and group not in DEFAULTS and group[0] not in (5, 105, 330, 67, 410):
             kept.append(group)
@@ -102,11 +126,6 @@ def header(found):
     return variables
 
 
-RECORDS = ("VPORT", "LTYPE", "LAYER", "STYLE", "VIEW", "UCS", "APPID", "DIMSTYLE", "BLOCK_RECORD")
-FRAMES = ("SECTION", "ENDSEC", "TABLE", "ENDTAB", "EOF", "CLASS")
-SPACES = ("$MODEL_SPACE", "$PAPER_SPACE")
-
-
 def lacks(name, groups, other):
     """What the other object doesn't have; repeated groups of table records count once."""
     if name in RECORDS:
@@ -117,13 +136,13 @@ def lacks(name, groups, other):
 def missing_objects(found, again):
     by_handle, by_name = {}, {}
     for name, groups in again:
-        by_handle.setdefault(handle(name, groups), data(groups))
-        by_name.setdefault(name, []).append(data(groups))
+        by_handle.setdefault(handle(name, groups), data(name, groups))
+        by_name.setdefault(name, []).append(data(name, groups))
     seen = set()
     for name, groups in found:
         if name in FRAMES or any(g[0] == 2 and str(g[1]).upper() in SPACES for g in groups):
             continue
-        wanted, key = data(groups), handle(name, groups)
+        wanted, key = data(name, groups), handle(name, groups)
         if name in ("ENDBLK", "SEQEND") and {code for code, _ in wanted} <= {8, 100}:
             continue  # end marks that tell nothing: of R12's spaces, of references without attributes
         if key and key not in seen and key in by_handle:
