@@ -5,6 +5,7 @@
 #include "host/ent/blockreference.h"
 #include "host/ent/conics.h"
 #include "host/ent/faces.h"
+#include "host/ent/helix.h"
 #include "host/ent/line.h"
 #include "host/ent/polyline.h"
 #include "host/ent/polyline2d.h"
@@ -20,7 +21,8 @@ template <class... Classes> void describe() { (Classes::desc(), ...); }
 void registerEntityClasses() {
     describe<AcDbLine, AcDbPoint, AcDbCircle, AcDbArc, AcDbEllipse, AcDbPolyline, AcDb2dPolyline,
              AcDb2dVertex, AcDb3dPolyline, AcDb3dPolylineVertex, AcDbSpline, AcDbText, AcDbAttribute,
-             AcDbAttributeDefinition, AcDbMText, AcDbBlockReference, AcDbTrace, AcDbSolid, AcDbFace>();
+             AcDbAttributeDefinition, AcDbMText, AcDbBlockReference, AcDbTrace, AcDbSolid, AcDbFace,
+             AcDbHelix>();
 }
 
 } // namespace host

@@ -8,6 +8,7 @@
 #include "host/db/database.h"
 #include "host/ent/blockreference.h"
 #include "host/ent/faces.h"
+#include "host/ent/helix.h"
 #include "host/os/text.h"
 #include "specimens.h"
 
@@ -307,6 +308,11 @@ TEST_F(Residents, GroupsReadBackGiveTheSameGroups) {
     reference->setArray(2, 3, 4, 5), reference->setScaleFactors({1, -2, 3}), reference->setRotation(1);
     entities.push_back(std::move(reference));
     entities.push_back(std::make_unique<AcDbPoint>(AcGePoint3d(1, 2, 3)));
+    auto helix = std::make_unique<AcDbHelix>();
+    helix->setNurbs(static_cast<AcDbSpline*>(specimens::all().back().curve.get())->nurbs());
+    helix->transformBy(AcGeMatrix3d::mirroring(AcGePlane::kYZPlane) * AcGeMatrix3d::scaling(3));
+    EXPECT_FALSE(helix->twist());
+    entities.push_back(std::move(helix));
     const AcGePoint3d corners[] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}};
     entities.push_back(std::make_unique<AcDbSolid>(corners[0], corners[1], corners[2], corners[3]));
     entities.back()->transformBy(AcGeMatrix3d::rotation(1, AcGeVector3d(1, 1, 1)));
