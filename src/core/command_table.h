@@ -44,5 +44,7 @@ int HostLanguageId();
 bool HostIsSimplifiedChinese();
 // The id of a locale text such as "zh-CN", "0x804" or "2052"; 0 for texts that name none.
 int LanguageIdFromText(const std::wstring& text);
+// The id of the language folder in a path such as /usr/lib/host/zh-CN/accore.so; 0 when there is none.
+int LanguageIdFromPath(const std::wstring& path);
 
 } // namespace corvane

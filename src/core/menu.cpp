@@ -53,6 +53,16 @@ int LanguageIdFromText(const std::wstring& text) {
     return value && *value > 0 && *value <= 0x7FFFFFFF ? int(*value) : 0;
 }
 
+int LanguageIdFromPath(const std::wstring& path) {
+    std::wstring folded = host::lower(path);
+    std::replace(folded.begin(), folded.end(), L'/', L'\\');
+    for (const auto& [folder, id] :
+         {std::pair(L"\\zh-cn\\", 2052), std::pair(L"\\zh-tw\\", 1028), std::pair(L"\\zh-hk\\", 3076),
+          std::pair(L"\\zh-sg\\", 4100), std::pair(L"\\en-us\\", 1033)})
+        if (folded.find(folder) != folded.npos) return id;
+    return 0;
+}
+
 int HostLanguageId() {
     const AcLocale locale = acrxProductLocale();
     if (int(locale) > 0) return int(locale);
@@ -60,7 +70,10 @@ int HostLanguageId() {
     const std::wstring country = host::upper(CString(locale.iso2CountryName()).Trim().str());
     for (const std::wstring& text : {language + L"-" + country, language})
         if (const int id = LanguageIdFromText(text)) return id;
-    return fromRegistryRoot();
+    if (const int id = fromRegistryRoot()) return id;
+    for (const wchar_t* module : {L"acadres.dll", L"accore.dll"})
+        if (const int id = LanguageIdFromPath(host_door::loadedModulePath(module))) return id;
+    return 0;
 }
 
 bool HostIsSimplifiedChinese() {

@@ -4,13 +4,13 @@
 #include <algorithm>
 #include <cwchar>
 
+#include "core/app_names.h"
 #include "core/host/system.h"
 
 namespace corvane {
 namespace {
 
 constexpr size_t kPiece = 200;
-constexpr wchar_t kScaleApplication[] = L"CORVAEN";
 constexpr wchar_t kExact[] = L"%.17g";
 constexpr wchar_t kShort[] = L"%.12g";
 
@@ -132,7 +132,7 @@ PayloadText PayloadText::Read(const AcDbObject& entity, const wchar_t* applicati
 }
 
 double ReadScaleFactor(const AcDbObject& object) {
-    const host::ResbufChain chain(object.xData(kScaleApplication));
+    const host::ResbufChain chain(object.xData(RegisteredAppNames::kScaleFactor));
     bool named = false;
     for (const resbuf* group = chain.get(); group; group = group->rbnext) {
         if (group->restype == 1000 && group->resval.rstring)
@@ -144,11 +144,11 @@ double ReadScaleFactor(const AcDbObject& object) {
 }
 
 Acad::ErrorStatus WriteScaleFactor(AcDbObjectId object, double factor) {
-    const host::ResbufChain chain(textGroup(1001, kScaleApplication));
+    const host::ResbufChain chain(textGroup(1001, RegisteredAppNames::kScaleFactor));
     chain.get()->rbnext = textGroup(1000, L"ScaleFactor");
     resbuf* value = chain.get()->rbnext->rbnext = acutNewRb(1042);
     value->resval.rreal = factor;
-    return setXData(object, kScaleApplication, chain.get());
+    return setXData(object, RegisteredAppNames::kScaleFactor, chain.get());
 }
 
 } // namespace corvane

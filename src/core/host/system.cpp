@@ -1,6 +1,8 @@
 // Registry, files and folders by the host's own services.
 #include "core/host/system.h"
 
+#include <link.h>
+
 #include <algorithm>
 #include <filesystem>
 
@@ -39,6 +41,22 @@ std::wstring moduleFolder() {
     static const char anchor = 0;
     const std::string folder = host::moduleFolder(&anchor);
     return folder.empty() ? std::wstring() : host::wide(folder) + kSeparator;
+}
+
+std::wstring loadedModulePath(const std::wstring& fileName) {
+    struct Search {
+        std::string name, path;
+    } search{"/" + host::utf8(fileName), {}};
+    dl_iterate_phdr(
+        [](dl_phdr_info* info, size_t, void* data) {
+            auto& wanted = *static_cast<Search*>(data);
+            const std::string_view path = info->dlpi_name;
+            if (!path.ends_with(wanted.name)) return 0;
+            wanted.path = path;
+            return 1;
+        },
+        &search);
+    return host::wide(search.path);
 }
 
 bool isFile(const std::wstring& path) {

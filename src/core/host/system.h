@@ -28,6 +28,8 @@ public:
 // The folder of this module's own file, with a separator at its end; empty when it can't be told.
 std::wstring moduleFolder();
 inline constexpr wchar_t kSeparator = L'/';
+// The path of a library that is loaded into the process, by its file name; empty when it isn't.
+std::wstring loadedModulePath(const std::wstring& fileName);
 bool isFile(const std::wstring& path);
 // The bytes of a file; nothing when it can't be read.
 std::optional<std::string> fileBytes(const std::wstring& path);
