@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "core/command_table.h"
+#include "core/host/system.h"
 #include "host/os/locale.h"
 
 using namespace corvane;
