@@ -61,19 +61,22 @@ bool hasLength(const PathPiece& piece) {
     return true;
 }
 
+bool goesOn(const CurvePath& path, bool extended) { return extended && !path.isClosed() && !path.asNurbs(); }
+
 std::vector<Part> partsOf(const CurvePath& path, bool extended, double reach) {
     std::vector<Part> out;
     out.reserve(size_t(path.pieceCount()) + 2);
     const auto add = [&](PathPiece piece, int index, int side) {
         if (hasLength(piece)) out.push_back({piece, index, side, boxOf(piece)});
     };
-    const bool goesOn = extended && !path.isClosed() && !path.asNurbs();
+    const bool isExtended = goesOn(path, extended);
     const int last = path.pieceCount() - 1;
-    if (goesOn && hasLength(path.piece(0))) add(beyond(path.piece(0), true, reach), 0, -1);
+    if (isExtended && hasLength(path.piece(0))) add(beyond(path.piece(0), true, reach), 0, -1);
     for (int i = 0; i <= last; ++i) add(path.piece(i), i, 0);
     // The rest of a lone arc's circle is beyond both its ends at once.
     const bool alone = last == 0 && path.asConic();
-    if (goesOn && !alone && hasLength(path.piece(last))) add(beyond(path.piece(last), false, reach), last, 1);
+    if (isExtended && !alone && hasLength(path.piece(last)))
+        add(beyond(path.piece(last), false, reach), last, 1);
     return out;
 }
 
@@ -141,30 +144,71 @@ void meet(const CurvePath& first, const Part& a, const Part& b, std::vector<Hit>
 
 } // namespace
 
-void intersectPaths(const CurvePath& first, const CurvePath& second, AcDb::Intersect extension,
-                    std::vector<AcGePoint3d>& points) {
-    if (first.isEmpty() || second.isEmpty()) return;
-    AcDbExtents both = first.extents();
-    both.addExt(second.extents());
-    for (const CurvePath* path : {&first, &second})
-        if (path->asConic())
-            both.addExt(CurvePath::conic(ge::EllipticArc{path->asConic()->center, path->asConic()->normal,
-                                                         path->asConic()->majorAxis, path->asConic()->ratio})
-                            .extents());
-    const double size = diagonal(both), slack = kSamePoint * size;
-    const auto as = partsOf(first, extension & AcDb::kExtendThis, 2 * size);
-    auto bs = partsOf(second, extension & AcDb::kExtendArg, 2 * size);
+namespace {
+
+// With the whole circles that the end pieces go on as.
+AcDbExtents reachOf(const CurvePath& path, bool extended) {
+    AcDbExtents box = path.extents();
+    if (!goesOn(path, extended)) return box;
+    for (int index : {0, path.pieceCount() - 1}) {
+        const PathPiece end = path.piece(index);
+        if (const auto* conic = std::get_if<ge::EllipticArc>(&end))
+            if (conic->majorRadius() > 0) box.addExt(boxOf(beyond(end, true, 0)));
+    }
+    return box;
+}
+
+bool isRay(const Part& part) { return part.side != 0 && std::holds_alternative<AcGeLineSeg3d>(part.piece); }
+
+AcGeRay3d rayOf(const Part& part) {
+    const auto& line = std::get<AcGeLineSeg3d>(part.piece);
+    if (part.side < 0) return {line.endPoint(), line.startPoint() - line.endPoint()};
+    return {line.startPoint(), line.endPoint() - line.startPoint()};
+}
+
+// Two straight ends that both go on may meet however far away.
+void meetRays(const CurvePath& first, const std::vector<Part>& as, const std::vector<Part>& bs, double slack,
+              std::vector<Hit>& hits) {
+    const AcGeTol tolerance = AcGeTol().setEqualPoint(slack);
+    for (const Part& a : as)
+        for (const Part* b : {&bs.front(), &bs.back()}) {
+            AcGePoint3d point;
+            if (isRay(a) && isRay(*b) && rayOf(a).intersectWith(rayOf(*b), point, tolerance))
+                hits.push_back({orderOf(first, a, 0, point), point});
+        }
+}
+
+void meetAll(const CurvePath& first, const std::vector<Part>& as, std::vector<Part> bs, double slack,
+             std::vector<Hit>& hits) {
     std::sort(bs.begin(), bs.end(),
               [](const Part& p, const Part& q) { return p.box.minPoint().x < q.box.minPoint().x; });
     // The widest of them tells how far left of a box a piece may begin that still reaches it.
     double widest = 0;
     for (const Part& b : bs) widest = std::max(widest, b.box.maxPoint().x - b.box.minPoint().x);
-    std::vector<Hit> hits;
     for (const Part& a : as) {
         auto b = std::lower_bound(bs.begin(), bs.end(), a.box.minPoint().x - widest - slack,
                                   [](const Part& p, double x) { return p.box.minPoint().x < x; });
         for (; b != bs.end() && b->box.minPoint().x <= a.box.maxPoint().x + slack; ++b)
-            if (!apart(a.box, b->box, slack)) meet(first, a, *b, hits);
+            if (!apart(a.box, b->box, slack) && !(isRay(a) && isRay(*b))) meet(first, a, *b, hits);
+    }
+}
+
+} // namespace
+
+void intersectPaths(const CurvePath& first, const CurvePath& second, AcDb::Intersect extension,
+                    std::vector<AcGePoint3d>& points) {
+    if (first.isEmpty() || second.isEmpty()) return;
+    const bool extendFirst = extension & AcDb::kExtendThis, extendSecond = extension & AcDb::kExtendArg;
+    AcDbExtents both = reachOf(first, extendFirst);
+    both.addExt(reachOf(second, extendSecond));
+    const double size = diagonal(both), slack = kSamePoint * size;
+    const auto as = partsOf(first, extendFirst, 2 * size), bs = partsOf(second, extendSecond, 2 * size);
+    if (as.empty() || bs.empty()) return;
+    std::vector<Hit> hits;
+    meetAll(first, as, bs, slack, hits);
+    if (extendFirst && extendSecond) {
+        const std::vector<Part> ends{as.front(), as.back()};
+        meetRays(first, ends, bs, slack, hits);
     }
     std::stable_sort(hits.begin(), hits.end(), [](const Hit& p, const Hit& q) { return p.at < q.at; });
     std::vector<AcGePoint3d> found;

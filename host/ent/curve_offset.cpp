@@ -12,7 +12,7 @@
 namespace {
 
 constexpr double kFitError = 1e-6; // of the curve's size, that a fitted parallel may be off
-constexpr int kFewest = 16, kMost = 8192;
+constexpr int kFewest = 16, kMost = 4096;
 
 // A point of the parallel curve; nothing at a cusp.
 std::optional<AcGePoint3d> parallelPoint(const host::CurvePath& path, const AcGeVector3d& normal,

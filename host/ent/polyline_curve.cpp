@@ -27,7 +27,6 @@ host::CurvePath AcDbPolyline::makePath() const {
 std::unique_ptr<AcDbCurve> AcDbPolyline::makePart(double from, double to) const {
     if (vertices_.size() < 2) return nullptr;
     auto part = std::make_unique<AcDbPolyline>();
-    part->setPropertiesFrom(this);
     part->normal_ = normal_, part->elevation_ = elevation_, part->thickness_ = thickness_;
     part->plinegen_ = plinegen_, part->constantWidth_ = constantWidth_;
     part->setVertices(chainOf(*this).part(from, to).vertices);

@@ -199,6 +199,13 @@ TEST(WorkedNumbers, Meetings) {
             EXPECT_NEAR(onCircle ? p.asVector().length() : 5, 5, 1e-9) << row.name;
     }
     AcGePoint3dArray points;
+    // Ends that go on meet however far away: these at a hundred thousand times their length.
+    AcDbLine({0, 0, 0}, {1, 0, 0})
+        .intersectWith(std::make_unique<AcDbLine>(AcGePoint3d(0, 1, 0), AcGePoint3d(1, 1 - 1e-5, 0)).get(),
+                       AcDb::kExtendBoth, points);
+    ASSERT_EQ(points.length(), 1);
+    expectNear(points[0], {1e5, 0, 0}, 1e-4);
+    points.removeAll();
     high.intersectWith(&circle, AcDb::kOnBothOperands, AcGePlane::kXYPlane, points);
     ASSERT_EQ(points.length(), 2);
     expectNear(points[0], {-4, 3, 0}, 1e-9);
