@@ -1,5 +1,5 @@
 // The old polylines of the plane: vertices, flags and form in files. The smoothing lives in
-// polyline_smoothing.cpp, what they do as curves in polyline_curve.cpp.
+// polyline_smoothing.cpp, what they do as curves in polyline2d_curve.cpp.
 #include "host/ent/polyline2d.h"
 
 #include "host/db/blocktable.h"

@@ -1,5 +1,5 @@
-// What the old polylines do as curves: those of the plane and those of space. The drawn curve runs
-// through the vertices that aren't control vertices.
+// What the old polylines of the plane do as curves. The drawn curve runs through the vertices that
+// aren't control vertices.
 #include <algorithm>
 
 #include "host/ent/filing.h"

@@ -1,5 +1,5 @@
 // What lightweight polylines do as curves. Conversion is in polyline_convert.cpp, drawing in
-// polyline_draw.cpp.
+// curve_draw.cpp.
 #include <algorithm>
 
 #include "host/ent/filing.h"

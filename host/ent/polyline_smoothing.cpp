@@ -120,7 +120,11 @@ Acad::ErrorStatus AcDb2dPolyline::curveFit() {
     if (given.size() < 3) return Acad::eDegenerateGeometry;
     const host::ge::FitCurve fit = host::ge::fitCurve(given, closed_);
     // The given vertices take their bulges; the joints are put in behind them.
-    std::vector<std::pair<size_t, host::ge::BulgeVertex>> joints; // the given vertex that each stands behind
+    struct Joint {
+        size_t behind; // the number of the given vertex
+        host::ge::BulgeVertex vertex;
+    };
+    std::vector<Joint> joints;
     std::vector<double> bulges;
     for (size_t i = 0; i < fit.vertices.size(); ++i) {
         if (fit.isAdded[i])
@@ -129,7 +133,7 @@ Acad::ErrorStatus AcDb2dPolyline::curveFit() {
             bulges.push_back(fit.vertices[i].bulge);
     }
     std::vector<bool> isSplit(given.size());
-    for (const auto& joint : joints) isSplit[joint.first] = true;
+    for (const auto& joint : joints) isSplit[joint.behind] = true;
     size_t at = 0;
     parts_.eachForWrite<AcDb2dVertex>([&](AcDb2dVertex& v) {
         const size_t i = at++;

@@ -46,7 +46,8 @@ public:
     Acad::ErrorStatus insertKnot(double param);
     Acad::ErrorStatus elevateDegree(int newDegree);
     double fitTolerance() const { return fitTolerance_; }
-    // A polyline of arcs and lines within `precision` steps as the host does: see the curve services.
+    // A polyline through precision + 1 samples of each span (11 in the first form): pairs of arcs with the
+    // spline's tangents, or chords. Splines in space give 3D polylines. eInvalidInput for other precisions.
     Acad::ErrorStatus toPolyline(AcDbCurve*& polyline, Adesk::Boolean useArcs = true,
                                  Adesk::Boolean lightweight = true) const;
     Acad::ErrorStatus toPolyline(AcDbCurve*& polyline, int precision) const; // 0 to 99

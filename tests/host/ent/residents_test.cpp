@@ -193,6 +193,24 @@ TEST_F(Residents, ABlockInsideItselfEnds) {
     EXPECT_GE(box.maxPoint().x, 2);
 }
 
+TEST_F(Residents, ShearedReferencesComeApartUntilTheirPiecesCanBeSheared) {
+    const AcDbObjectId inner = newBlock(L"inner"), outer = newBlock(L"outer");
+    add(new AcDbCircle({0, 0, 0}, AcGeVector3d::kZAxis, 1), inner);
+    auto* turned = new AcDbBlockReference({3, 0, 0}, inner);
+    turned->setRotation(0.5);
+    add(turned, outer);
+    auto* reference = new AcDbBlockReference({0, 0, 0}, outer);
+    reference->setScaleFactors({2, 1, 1});
+    const AcDbObjectId id = add(reference);
+    AcDbObjectPointer<AcDbBlockReference> open(id, AcDb::kForRead);
+    ASSERT_EQ(open->explodeToOwnerSpace(), Acad::eOk);
+    AcDbObjectPointer<AcDbBlockTableRecord> space(drawing.modelSpaceId(), AcDb::kForRead);
+    AcDbObjectPointer<AcDbEllipse> ellipse(space->entities().back(), AcDb::kForRead);
+    ASSERT_TRUE(ellipse);
+    EXPECT_NEAR(ellipse->radiusRatio(), 0.5, 1e-12);
+    EXPECT_NEAR(ellipse->center().x, 6, 1e-12);
+}
+
 TEST_F(Residents, AttributesBecomeTextsAndDefinitionsStayHidden) {
     const AcDbObjectId block = newBlock(L"tagged");
     auto* definition = new AcDbAttributeDefinition;
