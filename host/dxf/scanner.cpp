@@ -44,14 +44,41 @@ std::string shown(std::string_view found) {
     return out;
 }
 
+// Exact for numbers of up to 15 digits: digits and power of ten are doubles without error, and so their
+// quotient is rounded once (Clinger 1990). False for all others.
+bool readPlainReal(std::string_view text, double& value) {
+    static constexpr double kPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                         1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    const bool negative = at != end && *at == '-';
+    at += negative;
+    std::int64_t digits = 0;
+    int count = 0, decimals = -1;
+    for (; at != end; ++at) {
+        if (*at >= '0' && *at <= '9') {
+            digits = digits * 10 + (*at - '0');
+            if (++count > 15) return false;
+            decimals += decimals >= 0;
+        } else if (*at == '.' && decimals < 0) {
+            decimals = 0;
+        } else {
+            return false;
+        }
+    }
+    if (count == 0) return false;
+    const double whole = static_cast<double>(digits) / kPowers[decimals < 0 ? 0 : decimals];
+    value = negative ? -whole : whole;
+    return true;
+}
+
 constexpr const char* kNotFinite = "a value that is no finite number was replaced by 0";
+
+const std::array<GroupType, kTyped> kTypes = makeTypes();
 
 } // namespace
 
-GroupType typeOf(int code) {
-    static const std::array<GroupType, kTyped> types = makeTypes();
-    return code >= 0 && code < kTyped ? types[size_t(code)] : GroupType::text;
-}
+GroupType typeOf(int code) { return code >= 0 && code < kTyped ? kTypes[size_t(code)] : GroupType::text; }
 
 std::string_view bare(std::string_view text) {
     while (!text.empty() && isPadding(text.front())) text.remove_prefix(1);
@@ -106,16 +133,40 @@ Scanner::Step Scanner::failValue(const char* expected, int code, std::string_vie
     return fail("group " + std::to_string(code) + " needs " + expected + ", found \"" + shown(found) + "\"");
 }
 
-Scanner::Step Scanner::nextText(Group& group) {
-    std::string_view codeLine, value;
-    if (!takeLine(codeLine)) return Step::end;
+// The usual line of a code: blanks, a few digits, the line end.
+bool Scanner::takePlainCode(int& code) {
+    const char* at = bytes_.data() + at_;
+    const char* const end = bytes_.data() + bytes_.size();
+    while (at != end && *at == ' ') ++at;
+    const char* const digits = at;
+    for (code = 0; at != end && *at >= '0' && *at <= '9' && at - digits < 4; ++at)
+        code = code * 10 + (*at - '0');
+    if (at == digits) return false;
+    if (at != end && *at == '\r' && lineEnd_ == '\n') ++at;
+    if (at == end || *at != lineEnd_) return false;
+    at_ = size_t(at - bytes_.data()) + 1;
+    ++lines_;
+    return true;
+}
+
+Scanner::Step Scanner::takeCode(int& code) {
+    std::string_view line;
+    if (!takeLine(line)) return Step::end;
+    line = bare(line);
+    if (line.empty() && onlyPaddingLeft()) return Step::end;
+    const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), code);
+    if (error == std::errc() && end == line.data() + line.size() && code >= -32768 && code <= 32767)
+        return Step::group;
     line_ = lines_;
-    codeLine = bare(codeLine);
-    if (codeLine.empty() && onlyPaddingLeft()) return Step::end;
+    return fail("a group code was expected, found \"" + shown(line) + "\"");
+}
+
+Scanner::Step Scanner::nextText(Group& group) {
     int code = 0;
-    const auto [end, error] = std::from_chars(codeLine.data(), codeLine.data() + codeLine.size(), code);
-    if (error != std::errc() || end != codeLine.data() + codeLine.size() || code < -32768 || code > 32767)
-        return fail("a group code was expected, found \"" + shown(codeLine) + "\"");
+    if (!takePlainCode(code))
+        if (const Step step = takeCode(code); step != Step::group) return step;
+    line_ = lines_;
+    std::string_view value;
     if (!takeLine(value))
         return fail("the file ends behind group code " + std::to_string(code) + ", before its value");
     group.code = code;
@@ -131,6 +182,8 @@ Scanner::Step Scanner::nextText(Group& group) {
 
 bool Scanner::readReal(Group& group, std::string_view text) {
     text = bare(text);
+    constexpr size_t kPlainLength = 17; // a sign, a point and 15 digits
+    if (text.size() <= kPlainLength && readPlainReal(text, group.real)) return group.text = {}, true;
     if (text.size() > 1 && text.front() == '+') text.remove_prefix(1);
     group.text = {};
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), group.real);

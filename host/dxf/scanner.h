@@ -45,6 +45,8 @@ public:
 private:
     Step nextText(Group& group);
     Step nextBinary(Group& group);
+    bool takePlainCode(int& code);
+    Step takeCode(int& code);
     bool takeLine(std::string_view& line);
     bool onlyPaddingLeft() const;
     Step fail(std::string sentence) { return fault_ = std::move(sentence), Step::fault; }

@@ -20,7 +20,8 @@ class Maker {
 public:
     explicit Maker(size_t size) : size_(size) {
         section("HEADER", "9\n$ACADVER\n1\nAC1032\n");
-        section("TABLES", "0\nTABLE\n2\nBLOCK_RECORD\n5\n1\n330\n0\n100\nAcDbSymbolTable\n70\n2\n" +
+        section("TABLES", layers() +
+                              "0\nTABLE\n2\nBLOCK_RECORD\n5\n1\n330\n0\n100\nAcDbSymbolTable\n70\n2\n" +
                               record("1F", "*Model_Space") + record("20", "Tree") + "0\nENDTAB\n");
         section("BLOCKS",
                 "0\nBLOCK\n5\n21\n330\n20\n100\nAcDbEntity\n8\n0\n100\nAcDbBlockBegin\n2\nTree\n70\n0\n"
@@ -36,6 +37,21 @@ private:
     static std::string record(const char* handle, const char* name) {
         return std::string("0\nBLOCK_RECORD\n5\n") + handle +
                "\n330\n1\n100\nAcDbSymbolTableRecord\n100\nAcDbBlockTableRecord\n2\n" + name + "\n";
+    }
+    static std::string layers() {
+        std::string table =
+            "0\nTABLE\n2\nLTYPE\n5\n5\n330\n0\n100\nAcDbSymbolTable\n70\n1\n0\nLTYPE\n5\n16\n330\n5\n"
+            "100\nAcDbSymbolTableRecord\n100\nAcDbLinetypeTableRecord\n2\nContinuous\n70\n0\n"
+            "3\nSolid line\n72\n65\n73\n0\n40\n0.0\n0\nENDTAB\n"
+            "0\nTABLE\n2\nLAYER\n5\n2\n330\n0\n100\nAcDbSymbolTable\n70\n20\n";
+        for (int i = -1; i < 20; ++i) {
+            const std::string handle = std::to_string(31 + i);
+            const std::string name = i < 0 ? "0" : "Layer" + std::to_string(i);
+            table += "0\nLAYER\n5\n" + handle +
+                     "\n330\n2\n100\nAcDbSymbolTableRecord\n100\nAcDbLayerTableRecord\n2\n";
+            table += name + "\n70\n0\n62\n7\n6\nContinuous\n";
+        }
+        return table + "0\nENDTAB\n";
     }
     void section(const char* name, const std::string& groups) {
         out_ += std::string("0\nSECTION\n2\n") + name + "\n" + groups + "0\nENDSEC\n";
