@@ -37,6 +37,7 @@ public:
     // The mark and back of the UNDO command.
     void setMark();
     int undoToMark();
+    bool hasMark() const { return !marks_.empty(); }
     void clear();
     // Reading a file and other bulk work that can't be undone turns recording off.
     void setRecording(bool on) { recording_ = on; }

@@ -45,6 +45,7 @@ struct PromptReply {
     std::wstring text;
     AcGePoint3d point;   // point and entity: UCS
     AcDbObjectId entity; // entity
+    int line = 0;        // of the script it stands in, from 1; 0 when it was typed
 };
 
 struct MessageBox {

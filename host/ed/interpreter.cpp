@@ -9,13 +9,15 @@
 #include "host/ed/editor.h"
 #include "host/ed/editor_reactor.h"
 #include "host/ed/frontend.h"
+#include "host/ed/host_commands.h"
+#include "host/ed/sysvars.h"
 #include "host/os/text.h"
 
 namespace host {
 namespace {
 
 struct Running {
-    std::wstring name;
+    std::wstring name, word;
     bool cancelled = false;
 };
 std::vector<Running> running;
@@ -23,9 +25,17 @@ bool quitAsked = false;
 
 AcEdCommandStack* stack() { return static_cast<AcEdCommandStack*>(acrxSysRegistry()->at(ACRX_COMMAND_DOCK)); }
 
+// The name without the marks that ask for a command's global or original meaning.
+std::wstring plainName(const std::wstring& name) {
+    return name.substr(std::min(name.find_first_not_of(L"_."), name.size()));
+}
+
 const AcEdCommand* findCommand(const std::wstring& name) {
     if (const AcEdCommand* command = stack()->lookUpCmd(name.c_str())) return command;
-    const std::wstring plain = name.substr(std::min(name.find_first_not_of(L"_."), name.size()));
+    const std::wstring plain = plainName(name);
+    if (const std::wstring whole = commandOfAlias(plain); !whole.empty())
+        return stack()->lookUpCmd(whole.c_str());
+    if (findSystemVariable(plain)) return stack()->lookUpCmd(L"SETVAR");
     const std::wstring module = demandLoadModule(plain);
     if (module.empty() || !acrxDynamicLinker->loadModule(module.c_str())) return nullptr;
     return stack()->lookUpCmd(name.c_str());
@@ -34,8 +44,9 @@ const AcEdCommand* findCommand(const std::wstring& name) {
 // Round one command: the document's lock, the undo step, the reactors' moments.
 class CommandScope {
 public:
-    explicit CommandScope(const AcEdCommand& command) : document_(curDoc()), name_(command.globalName()) {
-        running.push_back({name_, false});
+    CommandScope(const AcEdCommand& command, const std::wstring& word)
+        : document_(curDoc()), name_(command.globalName()) {
+        running.push_back({name_, word, false});
         if (!document_) return;
         acDocManagerPtr()->lockDocument(document_, AcAp::kWrite, name_.c_str(), command.localName(), true);
         document_->database()->undoLog().begin(name_);
@@ -77,6 +88,7 @@ std::wstring runningCommandNames() {
     for (const Running& command : running) names += (names.empty() ? L"" : L"'") + command.name;
     return names;
 }
+std::wstring runningCommandWord() { return running.empty() ? std::wstring() : running.back().word; }
 void noteCancelled() {
     if (!running.empty()) running.back().cancelled = true;
 }
@@ -84,14 +96,15 @@ void askQuit() { quitAsked = true; }
 
 CommandResult runCommand(const std::wstring& name) {
     const bool transparent = name.starts_with(L'\'');
-    const AcEdCommand* command = findCommand(name.substr(transparent ? 1 : 0));
+    const std::wstring word = name.substr(transparent ? 1 : 0);
+    const AcEdCommand* command = findCommand(word);
     if (!command) return CommandResult::unknown;
     if (transparent && !running.empty() && !command->isTransparent()) {
         frontEnd().print(L"\nThe command " + std::wstring(command->localName()) +
                          L" can't be used transparently.");
         return CommandResult::failed;
     }
-    CommandScope scope(*command);
+    CommandScope scope(*command, plainName(word));
     try {
         command->functionAddr()();
         scope.finish(CommandResult::ended);
@@ -101,6 +114,25 @@ CommandResult runCommand(const std::wstring& name) {
     }
     return scope.result();
 }
+
+namespace {
+
+// Names of commands begin with a letter, or with one of the marks that may stand before it.
+bool couldBeName(const std::wstring& text) {
+    const wchar_t first = text[std::min(text.find_first_not_of(L"'_.-"), text.size() - 1)];
+    const bool letter = (first >= L'A' && first <= L'Z') || (first >= L'a' && first <= L'z') || first > 127;
+    return letter && text.find(L',') == text.npos;
+}
+
+void tellUnknown(const PromptReply& reply, LoopOutcome& outcome) {
+    const bool answer = !couldBeName(reply.text);
+    (answer ? outcome.leftOver : outcome.unknownCommand) = true;
+    outcome.strays.push_back({reply.text, reply.line, answer});
+    acedEditorPtr()->each([&](AcEditorReactor& r) { r.unknownCommand(reply.text.c_str(), nullptr); });
+    frontEnd().print(L"\nUnknown command \"" + reply.text + L"\". Type HELP for the list of commands.");
+}
+
+} // namespace
 
 LoopOutcome commandLoop() {
     LoopOutcome outcome;
@@ -115,12 +147,10 @@ LoopOutcome commandLoop() {
         const bool repeat = reply.kind == PromptReply::Kind::enter || reply.text.empty();
         const std::wstring name = repeat ? last : reply.text;
         if (name.empty()) continue;
-        ++outcome.commands;
-        const CommandResult result = runCommand(name);
-        if (result == CommandResult::unknown) {
-            outcome.unknownCommand = true;
-            frontEnd().print(L"\nUnknown command \"" + name + L"\". Type HELP for the list of commands.");
+        if (runCommand(name) == CommandResult::unknown) {
+            tellUnknown(reply, outcome);
         } else {
+            ++outcome.commands;
             last = name;
         }
     }

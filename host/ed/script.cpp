@@ -108,6 +108,7 @@ PromptReply ScriptFrontEnd::ask(const PromptRequest& request) {
     const bool command = request.kind == PromptRequest::Kind::command;
     for (;;) {
         if (reader_.atEnd()) {
+            if (!command && dryPrompt_.empty()) dryPrompt_ = trimmed(request.text);
             ranDry_ |= !command;
             if (!command) transcript_.print(request.text), transcript_.finishLine();
             reply.kind = PromptReply::Kind::exhausted;
@@ -123,8 +124,16 @@ PromptReply ScriptFrontEnd::ask(const PromptRequest& request) {
                      : answer.text.empty() ? PromptReply::Kind::enter
                                            : PromptReply::Kind::text;
         reply.text = answer.text;
+        reply.line = answer.line;
         return reply;
     }
+}
+
+std::optional<int> ScriptFrontEnd::unreadLine() const {
+    ScriptReader rest = reader_;
+    while (!rest.atEnd())
+        if (const ScriptReader::Answer answer = rest.next(true); !answer.text.empty()) return answer.line;
+    return std::nullopt;
 }
 
 int ScriptFrontEnd::messageBox(const MessageBox& box) {
@@ -133,6 +142,7 @@ int ScriptFrontEnd::messageBox(const MessageBox& box) {
     const bool asks = (box.style & 15) == kMessageYesNo;
     if (!asks) return transcript_.finishLine(), kAnswerOk;
     transcript_.print(L" [Yes/No]: ");
+    ranDry_ |= reader_.atEnd();
     const std::wstring answer = reader_.atEnd() ? std::wstring() : reader_.next(true).text;
     transcript_.print(answer);
     transcript_.finishLine();

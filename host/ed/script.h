@@ -2,6 +2,7 @@
 // reads like a CAD program's text window.
 #pragma once
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "host/ed/frontend.h"
@@ -61,14 +62,16 @@ public:
     Transcript& transcript() { return transcript_; }
     // A prompt inside a command found no more answers.
     bool ranDry() const { return ranDry_; }
-    // Answers are left; their line in the script.
-    bool hasMore() { return !reader_.atEnd(); }
-    int line() const { return reader_.line(); }
+    // The first prompt that found none.
+    const std::wstring& dryPrompt() const { return dryPrompt_; }
+    // The line of the first answer that nobody has asked for; nothing when all were taken.
+    std::optional<int> unreadLine() const;
 
 private:
     ScriptReader reader_;
     Transcript transcript_;
     Progress progress_;
+    std::wstring dryPrompt_;
     bool ranDry_ = false;
 };
 

@@ -15,6 +15,16 @@
 #include "host/os/text.h"
 
 namespace host {
+
+int colorIndexOf(const std::wstring& text) {
+    static const std::map<std::wstring, int> kNames = {{L"bylayer", 256}, {L"byblock", 0}, {L"red", 1},
+                                                       {L"yellow", 2},    {L"green", 3},   {L"cyan", 4},
+                                                       {L"blue", 5},      {L"magenta", 6}, {L"white", 7}};
+    if (const auto named = kNames.find(lower(text)); named != kNames.end()) return named->second;
+    const auto number = parseInteger(std::wstring_view(text));
+    return number && *number >= 0 && *number <= 256 ? int(*number) : -1;
+}
+
 namespace {
 
 using Home = SystemVariable::Home;
@@ -209,16 +219,6 @@ std::vector<double> numbersOf(const std::wstring& text) {
         from = comma + 1;
     }
     return numbers;
-}
-
-// CECOLOR reads names and numbers.
-int colorIndexOf(const std::wstring& text) {
-    static const std::map<std::wstring, int> kNames = {{L"bylayer", 256}, {L"byblock", 0}, {L"red", 1},
-                                                       {L"yellow", 2},    {L"green", 3},   {L"cyan", 4},
-                                                       {L"blue", 5},      {L"magenta", 6}, {L"white", 7}};
-    if (const auto named = kNames.find(lower(text)); named != kNames.end()) return named->second;
-    const auto number = parseInteger(std::wstring_view(text));
-    return number && *number >= 0 && *number <= 256 ? int(*number) : -1;
 }
 
 // The record that a name variable must name.

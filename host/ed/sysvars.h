@@ -27,6 +27,8 @@ const SystemVariable* findSystemVariable(const std::wstring& name);
 std::wstring systemVariableText(const SystemVariable& variable);
 // From text; false with a sentence in `why` when it doesn't serve.
 bool setSystemVariableText(const SystemVariable& variable, const std::wstring& text, std::wstring& why);
+// The colour index that a name or number stands for, 0 to 256 with by block and by layer; -1 for others.
+int colorIndexOf(const std::wstring& text);
 // Sets a variable of the session that users can't change, such as LASTPOINT or SCREENSIZE.
 void setSessionVariable(const std::wstring& name, const std::wstring& text);
 

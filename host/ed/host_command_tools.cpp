@@ -1,0 +1,95 @@
+// What the host's own commands share.
+#include "host/ed/host_command_tools.h"
+
+#include <cmath>
+
+#include "host/ed/prompting.h"
+#include "host/ed/selection.h"
+#include "host/os/numbers.h"
+#include "host/os/text.h"
+
+namespace host {
+namespace {
+
+bool onLockedLayer(AcDbObjectId id) {
+    AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+    if (!entity) return false;
+    AcDbObjectPointer<AcDbLayerTableRecord> layer(entity->layerId(), AcDb::kForRead);
+    return layer && layer->isLocked();
+}
+
+std::vector<AcDbObjectId> idsOf(const ads_name set) {
+    std::vector<AcDbObjectId> ids;
+    Adesk::Int32 length = 0;
+    acedSSLength(set, &length);
+    for (Adesk::Int32 i = 0; i < length; ++i) {
+        ads_name name;
+        AcDbObjectId id;
+        if (acedSSName(set, i, name) == RTNORM && acdbGetObjectId(id, name) == Acad::eOk) ids.push_back(id);
+    }
+    return ids;
+}
+
+} // namespace
+
+AcDbDatabase& drawing() { return *acdbHostApplicationServices()->workingDatabase(); }
+
+AskedPoint askPoint(const wchar_t* prompt, const AcGePoint3d* base, const wchar_t* keywords, int bits) {
+    ads_point from{}, to{};
+    if (base) from[X] = base->x, from[Y] = base->y, from[Z] = base->z;
+    acedInitGet(bits, keywords);
+    const int status = acedGetPoint(base ? from : nullptr, prompt, to);
+    return {status, {to[X], to[Y], to[Z]}};
+}
+
+std::wstring chosenKeyword() {
+    std::wstring keyword;
+    acedGetInput(keyword);
+    return keyword;
+}
+
+std::vector<AcDbObjectId> askObjects(bool forChange) {
+    ads_name set;
+    if (acedSSGet(nullptr, nullptr, nullptr, nullptr, set) != RTNORM) return {};
+    std::vector<AcDbObjectId> ids = idsOf(set);
+    acedSSFree(set);
+    if (!forChange) return ids;
+    const size_t locked = std::erase_if(ids, onLockedLayer);
+    if (locked == 1) printLine(L"\n1 was on a locked layer.");
+    if (locked > 1) printLine(L"\n" + std::to_wstring(locked) + L" were on locked layers.");
+    return ids;
+}
+
+AcDbObjectId addToDrawing(std::unique_ptr<AcDbEntity> entity) {
+    entity->setDatabaseDefaults(&drawing());
+    AcDbObjectPointer<AcDbBlockTableRecord> space(drawing().currentSpaceId(), AcDb::kForWrite);
+    AcDbObjectId id;
+    if (!space || space->appendAcDbEntity(id, entity.get()) != Acad::eOk) {
+        printLine(L"\nThe drawing could not take the object.");
+        return {};
+    }
+    entity.release()->close();
+    return id;
+}
+
+DrawingPlane::DrawingPlane() {
+    const UserFrame user = surroundings().user;
+    normal = user.xAxis.crossProduct(user.yAxis).normal();
+    fromWorld = AcGeMatrix3d::worldToPlane(normal);
+}
+AcGePoint3d DrawingPlane::own(const AcGePoint3d& ucs) const { return fromWorld * ucsToWorld(ucs); }
+double DrawingPlane::ownAngle(double ucsAngle) const {
+    const UserFrame user = surroundings().user;
+    const AcGeVector3d direction =
+        fromWorld * (user.xAxis * std::cos(ucsAngle) + user.yAxis * std::sin(ucsAngle));
+    return std::atan2(direction.y, direction.x);
+}
+
+std::wstring shown(double value) {
+    return wide(formatFixed(value, int(drawing().headerInteger("$LUPREC", 4))));
+}
+std::wstring shown(const AcGePoint3d& p) {
+    return L"X= " + shown(p.x) + L"  Y= " + shown(p.y) + L"  Z= " + shown(p.z);
+}
+
+} // namespace host
