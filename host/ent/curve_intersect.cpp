@@ -6,6 +6,7 @@
 
 #include "host/ent/blockreference.h"
 #include "host/ent/curve.h"
+#include "host/ent/ray.h"
 #include "host/ge/curves/intersect.h"
 
 namespace host {
@@ -243,6 +244,7 @@ bool gatherPaths(const AcDbEntity& entity, Paths& paths, int depth) {
 Acad::ErrorStatus intersectEntities(const AcDbEntity& first, const AcDbEntity& second,
                                     AcDb::Intersect extension, const AcGePlane* plane,
                                     AcGePoint3dArray& points) {
+    if (dynamic_cast<const EndlessCurve*>(&second)) return Acad::eNotImplementedYet; // asks the other way
     Paths as, bs;
     if (!gatherPaths(first, as, 0) || !gatherPaths(second, bs, 0)) return Acad::eNotImplementedYet;
     if (plane) {

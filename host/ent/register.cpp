@@ -10,6 +10,7 @@
 #include "host/ent/polyline.h"
 #include "host/ent/polyline2d.h"
 #include "host/ent/polyline3d.h"
+#include "host/ent/ray.h"
 #include "host/ent/spline.h"
 #include "host/ent/text.h"
 
@@ -22,7 +23,7 @@ void registerEntityClasses() {
     describe<AcDbLine, AcDbPoint, AcDbCircle, AcDbArc, AcDbEllipse, AcDbPolyline, AcDb2dPolyline,
              AcDb2dVertex, AcDb3dPolyline, AcDb3dPolylineVertex, AcDbSpline, AcDbText, AcDbAttribute,
              AcDbAttributeDefinition, AcDbMText, AcDbBlockReference, AcDbTrace, AcDbSolid, AcDbFace,
-             AcDbHelix>();
+             AcDbHelix, AcDbRay, AcDbXline>();
 }
 
 } // namespace host
