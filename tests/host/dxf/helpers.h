@@ -30,6 +30,13 @@ inline std::string drawing(const Codes& entities, const std::string& version = "
     return text(all);
 }
 
+inline Codes manyLines(int count) {
+    Codes groups;
+    for (int i = 0; i < count; ++i)
+        groups.insert(groups.end(), {{0, "LINE"}, {8, "0"}, {10, std::to_string(i)}});
+    return groups;
+}
+
 inline std::filesystem::path drawingsFolder() {
     return std::filesystem::path(CORVANE_TEST_DATA) / "drawings";
 }
