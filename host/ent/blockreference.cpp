@@ -83,7 +83,7 @@ bool AcDbBlockReference::inGroup(const host::Group& group, host::ReadContext& co
 
 void AcDbBlockReference::inDone(host::ReadContext& context) {
     normal_ = host::unitNormal(normal_);
-    position_ = host::toWorld(position_, normal_);
+    position_.fromPlane(normal_);
     rows_ = rows_ > 0 ? rows_ : 1, columns_ = columns_ > 0 ? columns_ : 1;
     for (double* s : {&scale_.sx, &scale_.sy, &scale_.sz}) {
         if (std::isfinite(*s) && *s != 0) continue;
@@ -97,13 +97,13 @@ void AcDbBlockReference::outGroups(host::GroupWriter& writer) const {
     const bool multiple = rows_ > 1 || columns_ > 1;
     AcDbEntity::outGroups(writer);
     writer.subclass(multiple ? "AcDbMInsertBlock" : "AcDbBlockReference");
-    if (parts_.size() > 0) writer.integer(66, 1);
+    if (parts_.living() > 0) writer.integer(66, 1);
     writer.recordName(2, block_);
-    writer.point(10, host::toPlane(position_, normal_));
+    writer.point(10, position_.inPlane(normal_));
     if (scale_.sx != 1) writer.real(41, scale_.sx);
     if (scale_.sy != 1) writer.real(42, scale_.sy);
     if (scale_.sz != 1) writer.real(43, scale_.sz);
-    if (rotation_ != 0) writer.real(50, host::toDegrees(rotation_));
+    if (rotation_ != 0) writer.real(50, host::fileDegrees(rotation_));
     if (multiple) {
         writer.integer(70, columns_), writer.integer(71, rows_);
         writer.real(44, columnSpacing_), writer.real(45, rowSpacing_);

@@ -1,6 +1,7 @@
 // Block references: an instance of a block, placed, turned and scaled, perhaps in rows and
 // columns, with attributes of its own.
 #pragma once
+#include "host/ent/filed_point.h"
 #include "host/ent/polyline_parts.h"
 #include "host/ent/text.h"
 #include "host/ge/scale3d.h"
@@ -71,7 +72,7 @@ private:
     template <class Visit> void eachCell(Visit visit) const;
 
     host::OwnedParts parts_;
-    AcGePoint3d position_;
+    host::FiledPoint position_;
     AcDbObjectId block_;
     AcGeScale3d scale_{1, 1, 1};
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;

@@ -11,14 +11,6 @@ HOST_DEFINE_CLASS(AcDbEllipse, AcDbCurve, L"ELLIPSE")
 namespace {
 constexpr double kTwoPi = 2 * std::numbers::pi;
 
-// Degrees in files go through a division that doesn't come back exactly; angles that read as
-// round degrees are written as the same round degrees.
-double fileDegrees(double radians) {
-    const double degrees = host::toDegrees(radians);
-    const double round = std::round(degrees * 1e8) / 1e8;
-    return host::toRadians(round) == radians ? round : degrees;
-}
-
 bool takeRadius(double radius) { return std::isfinite(radius) && radius >= 0; }
 } // namespace
 
@@ -46,7 +38,7 @@ bool AcDbCircle::inGroup(const host::Group& group, host::ReadContext& context) {
 
 void AcDbCircle::inDone(host::ReadContext& context) {
     normal_ = host::unitNormal(normal_);
-    center_ = host::toWorld(center_, normal_);
+    center_.fromPlane(normal_);
     if (radius_ < 0) {
         radius_ = -radius_;
         context.repaired("circle with a negative radius: taken as positive");
@@ -57,7 +49,7 @@ void AcDbCircle::outGroups(host::GroupWriter& writer) const {
     AcDbCurve::outGroups(writer);
     writer.subclass("AcDbCircle");
     if (thickness_ != 0) writer.real(39, thickness_);
-    writer.point(10, host::toPlane(center_, normal_));
+    writer.point(10, center_.inPlane(normal_));
     writer.real(40, radius_);
     writer.normal(210, normal_);
 }
@@ -101,7 +93,7 @@ bool AcDbArc::inGroup(const host::Group& group, host::ReadContext& context) {
 
 void AcDbArc::inDone(host::ReadContext& context) {
     normal_ = host::unitNormal(normal_);
-    center_ = host::toWorld(center_, normal_);
+    center_.fromPlane(normal_);
     if (radius_ < 0) {
         radius_ = -radius_;
         context.repaired("arc with a negative radius: taken as positive");
@@ -112,12 +104,12 @@ void AcDbArc::outGroups(host::GroupWriter& writer) const {
     AcDbCurve::outGroups(writer);
     writer.subclass("AcDbCircle");
     if (thickness_ != 0) writer.real(39, thickness_);
-    writer.point(10, host::toPlane(center_, normal_));
+    writer.point(10, center_.inPlane(normal_));
     writer.real(40, radius_);
     writer.normal(210, normal_);
     writer.subclass("AcDbArc");
-    writer.real(50, fileDegrees(start_));
-    writer.real(51, fileDegrees(end_));
+    writer.real(50, host::fileDegrees(start_));
+    writer.real(51, host::fileDegrees(end_));
 }
 
 AcDbEllipse::AcDbEllipse(const AcGePoint3d& center, const AcGeVector3d& normal, const AcGeVector3d& majorAxis,

@@ -1,6 +1,7 @@
 // Circles, arcs and ellipses. Angles are radians; files of circles and arcs hold degrees.
 #pragma once
 #include "host/ent/curve.h"
+#include "host/ent/filed_point.h"
 
 class AcDbCircle : public AcDbCurve {
     HOST_DB_CLASS(AcDbCircle)
@@ -32,7 +33,7 @@ protected:
                                              const AcGeVector3d& offset) override;
 
 private:
-    AcGePoint3d center_;
+    host::FiledPoint center_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
     double radius_ = 1, thickness_ = 0;
 };
@@ -77,7 +78,7 @@ protected:
                                              const AcGeVector3d& offset) override;
 
 private:
-    AcGePoint3d center_;
+    host::FiledPoint center_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
     double radius_ = 1, start_ = 0, end_ = 1, thickness_ = 0;
 };

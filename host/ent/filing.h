@@ -4,6 +4,7 @@
 #include <numbers>
 
 #include "host/db/groups.h"
+#include "host/ent/filed_point.h"
 #include "host/ge/matrix3d.h"
 
 namespace host {
@@ -18,6 +19,9 @@ template <class Triple> bool takeTriple(const Group& group, int code, Triple& tr
 
 inline double toDegrees(double radians) { return radians * 180.0 / std::numbers::pi; }
 inline double toRadians(double degrees) { return degrees * std::numbers::pi / 180.0; }
+// The degrees that files get for an angle: the shortest number that reads back as the same radians as
+// the plain conversion does, so that 30 stays 30 and saving twice gives the same digits.
+double fileDegrees(double radians);
 
 inline bool finite(double value) { return std::isfinite(value); }
 inline bool finite(const AcGePoint2d& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
@@ -30,17 +34,6 @@ inline AcGeVector3d unitNormal(const AcGeVector3d& v) {
     const double length = v.length();
     return finite(v) && length > 1e-12 ? v / length : AcGeVector3d::kZAxis;
 }
-inline bool isWorldZ(const AcGeVector3d& n) { return n.x == 0 && n.y == 0 && n.z > 0; }
-
-// Points of a plane's own coordinate system to the world and back; exact for the Z axis, so that plain
-// drawings keep their digits.
-inline AcGePoint3d toWorld(const AcGePoint3d& p, const AcGeVector3d& normal) {
-    return isWorldZ(normal) ? p : AcGeMatrix3d::planeToWorld(normal) * p;
-}
-inline AcGePoint3d toPlane(const AcGePoint3d& p, const AcGeVector3d& normal) {
-    return isWorldZ(normal) ? p : AcGeMatrix3d::worldToPlane(normal) * p;
-}
-
 // A setter's body: refuses when the object can't be changed, else assigns.
 #define HOST_SET(member, value)                                                                              \
     do {                                                                                                     \

@@ -56,5 +56,5 @@ void AcDbPoint::outGroups(host::GroupWriter& writer) const {
     writer.point(10, position_);
     if (thickness_ != 0) writer.real(39, thickness_);
     writer.normal(210, normal_);
-    if (rotation_ != 0) writer.real(50, host::toDegrees(rotation_));
+    if (rotation_ != 0) writer.real(50, host::fileDegrees(rotation_));
 }

@@ -65,7 +65,7 @@ void AcDb2dVertex::outGroups(host::GroupWriter& writer) const {
     if (ownWidths_) writer.real(40, startWidth_), writer.real(41, endWidth_);
     if (bulge_ != 0) writer.real(42, bulge_);
     writer.integer(70, flags_);
-    if (tangent_ != 0 || (flags_ & 2)) writer.real(50, host::toDegrees(tangent_));
+    if (tangent_ != 0 || (flags_ & 2)) writer.real(50, host::fileDegrees(tangent_));
 }
 
 AcDb2dPolyline::AcDb2dPolyline(AcDb::Poly2dType type, const AcGePoint3dArray& vertices, double elevation,

@@ -25,6 +25,12 @@ OwnedParts& OwnedParts::operator=(const OwnedParts& from) {
     return *this;
 }
 
+size_t OwnedParts::living() const {
+    const auto erased = std::count_if(ids_.begin(), ids_.end(),
+                                      [](AcDbObjectId id) { return !id.isValid() || id.isErased(); });
+    return size() - size_t(erased);
+}
+
 AcDbObjectId OwnedParts::append(AcDbEntity& whole, AcDbEntity* part, AcDbObjectId after) {
     AcDbDatabase* database = whole.database();
     if (!database) {

@@ -38,6 +38,8 @@ public:
     OwnedParts& operator=(const OwnedParts& from);
 
     size_t size() const { return ids_.empty() ? waiting_.size() : ids_.size(); }
+    // How many there are that aren't erased.
+    size_t living() const;
     const std::vector<AcDbObjectId>& ids() const { return ids_; }
     const std::vector<std::unique_ptr<AcDbEntity>>& waiting() const { return waiting_; }
     // Appends behind the last part, or behind `after`. The part joins the drawing when its whole

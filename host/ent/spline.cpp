@@ -178,11 +178,9 @@ void AcDbSpline::outGroups(host::GroupWriter& writer) const {
     writer.integer(74, std::int64_t(fitPoints_.size()));
     writer.real(42, knotTolerance_);
     writer.real(43, poleTolerance_);
-    if (hasFitData()) {
-        writer.real(44, fitTolerance_);
-        if (!startTangent_.isZeroLength()) writer.vector(12, startTangent_);
-        if (!endTangent_.isZeroLength()) writer.vector(13, endTangent_);
-    }
+    if (hasFitData()) writer.real(44, fitTolerance_);
+    if (!startTangent_.isZeroLength()) writer.vector(12, startTangent_);
+    if (!endTangent_.isZeroLength()) writer.vector(13, endTangent_);
     for (double knot : curve_.knots) writer.real(40, knot);
     for (size_t i = 0; i < curve_.poles.size(); ++i) {
         writer.point(10, curve_.poles[i]);

@@ -56,6 +56,7 @@ bool AcDbText::inGroup(const host::Group& group, host::ReadContext& context) {
     if (!context.within("AcDbText") && group.code != verticalModeCode())
         return AcDbEntity::inGroup(group, context);
     if (group.code == verticalModeCode()) return vertical_ = AcDb::TextVertMode(group.integer & 3), true;
+    if (group.code == 11) alignmentFiled_ = true;
     switch (group.code) {
     case 1: text_ = group.wide(); return true;
     case 7: style_ = context.textStyle(group.text); return true;
@@ -79,8 +80,9 @@ bool AcDbText::inGroup(const host::Group& group, host::ReadContext& context) {
 
 void AcDbText::inDone(host::ReadContext& context) {
     normal_ = host::unitNormal(normal_);
-    position_ = host::toWorld(position_, normal_);
-    alignment_ = isDefaultAlignment() ? position_ : host::toWorld(alignment_, normal_);
+    position_.fromPlane(normal_);
+    if (alignmentFiled_) alignment_.fromPlane(normal_);
+    else alignment_ = position_;
     if (style_.isNull()) style_ = context.textStyle("Standard");
 }
 
@@ -88,16 +90,16 @@ void AcDbText::outGroups(host::GroupWriter& writer) const {
     AcDbEntity::outGroups(writer);
     writer.subclass("AcDbText");
     if (thickness_ != 0) writer.real(39, thickness_);
-    writer.point(10, host::toPlane(position_, normal_));
+    writer.point(10, position_.inPlane(normal_));
     writer.real(40, height_);
     writer.text(1, text_);
-    if (rotation_ != 0) writer.real(50, host::toDegrees(rotation_));
+    if (rotation_ != 0) writer.real(50, host::fileDegrees(rotation_));
     if (widthFactor_ != 1) writer.real(41, widthFactor_);
-    if (oblique_ != 0) writer.real(51, host::toDegrees(oblique_));
+    if (oblique_ != 0) writer.real(51, host::fileDegrees(oblique_));
     writer.recordName(7, style_);
     if (generation_ != 0) writer.integer(71, generation_);
     if (horizontal_ != AcDb::kTextLeft) writer.integer(72, horizontal_);
-    if (!isDefaultAlignment()) writer.point(11, host::toPlane(alignment_, normal_));
+    if (!isDefaultAlignment() || alignmentFiled_) writer.point(11, alignment_.inPlane(normal_));
     writer.normal(210, normal_);
     outSecond(writer);
 }

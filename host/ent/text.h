@@ -2,6 +2,7 @@
 #pragma once
 #include "host/db/entity.h"
 #include "host/db/symboltable.h"
+#include "host/ent/filed_point.h"
 #include "host/gi/text_metrics.h"
 
 class AcDbText : public AcDbEntity {
@@ -68,13 +69,14 @@ protected:
 
 private:
     std::wstring text_;
-    AcGePoint3d position_, alignment_;
+    host::FiledPoint position_, alignment_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
     AcDbObjectId style_;
     double height_ = 2.5, rotation_ = 0, oblique_ = 0, widthFactor_ = 1, thickness_ = 0;
     AcDb::TextHorzMode horizontal_ = AcDb::kTextLeft;
     AcDb::TextVertMode vertical_ = AcDb::kTextBase;
     int generation_ = 0;
+    bool alignmentFiled_ = false; // files may hold an alignment point that the justification makes no use of
 };
 
 class AcDbAttribute : public AcDbText {
