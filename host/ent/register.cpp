@@ -5,6 +5,7 @@
 #include "host/ent/blockreference.h"
 #include "host/ent/conics.h"
 #include "host/ent/faces.h"
+#include "host/ent/hatch.h"
 #include "host/ent/helix.h"
 #include "host/ent/line.h"
 #include "host/ent/polyline.h"
@@ -23,7 +24,7 @@ void registerEntityClasses() {
     describe<AcDbLine, AcDbPoint, AcDbCircle, AcDbArc, AcDbEllipse, AcDbPolyline, AcDb2dPolyline,
              AcDb2dVertex, AcDb3dPolyline, AcDb3dPolylineVertex, AcDbSpline, AcDbText, AcDbAttribute,
              AcDbAttributeDefinition, AcDbMText, AcDbBlockReference, AcDbTrace, AcDbSolid, AcDbFace,
-             AcDbHelix, AcDbRay, AcDbXline>();
+             AcDbHelix, AcDbRay, AcDbXline, AcDbHatch>();
 }
 
 } // namespace host
