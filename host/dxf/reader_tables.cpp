@@ -35,6 +35,12 @@ void DrawingReader::readTable() {
     stream_.lookAhead([&](const Group& group) {
         if (group.code == 2 && name.empty()) name = bare(group.text);
     });
+    if (name.empty()) {
+        // A head alone, such as one that was written twice: what it should have opened follows.
+        note("a table without a name was passed over", true);
+        stream_.advance();
+        return stream_.skipToObject();
+    }
     const TableKind* kind = tableKind(name);
     if (!kind) return keepTable(name);
     object_ = "TABLE " + name;

@@ -277,3 +277,13 @@ TEST(Reader, LightPolylinesBecomeOldOnesForOldVersions) {
         EXPECT_EQ(parts.size(), 4u);
     }
 }
+
+TEST(Reader, ATableHeadWrittenTwiceOpensTheTableBehindIt) {
+    const Codes tables = {{0, "TABLE"}, {0, "TABLE"}, {2, "LAYER"}, {70, "1"},    {0, "LAYER"},
+                          {2, "Walls"}, {70, "0"},    {62, "3"},    {0, "ENDTAB"}};
+    Read read(section("TABLES", tables) + section("ENTITIES", kLine) + kEnd);
+    ASSERT_TRUE(read.report.ok) << read.report.message;
+    EXPECT_TRUE(read.noted("without a name"));
+    EXPECT_FALSE(read.database.find(AcDbLayerTable::desc(), L"Walls").isNull());
+    EXPECT_TRUE(read.database.keptSections().empty());
+}
