@@ -81,8 +81,10 @@ bool AcDbText::inGroup(const host::Group& group, host::ReadContext& context) {
 void AcDbText::inDone(host::ReadContext& context) {
     normal_ = host::unitNormal(normal_);
     position_.fromPlane(normal_);
-    if (alignmentFiled_) alignment_.fromPlane(normal_);
-    else alignment_ = position_;
+    if (alignmentFiled_)
+        alignment_.fromPlane(normal_);
+    else
+        alignment_ = position_;
     if (style_.isNull()) style_ = context.textStyle("Standard");
 }
 

@@ -129,6 +129,8 @@ constexpr CommandEntry kTable[] = {
 void notBuilt() {
     std::wstring name;
     ReadSysVar(L"CMDNAMES", name);
+    for (const CommandEntry& row : kTable)
+        if (name == row.globalName) name = row.localName;
     PrintText(TranslateFormat(L"\n命令 %s 尚未完成。", name));
 }
 

@@ -84,7 +84,7 @@ TEST(Language, ACommandSpeaksTheLanguageAskedFor) {
     const std::string english = drawing.run(L"PLYH2\nall\n\nR2V\n");
     host::setRequestedLanguage("zh");
     EXPECT_THAT(english, testing::HasSubstr("0 duplicate vertices removed."));
-    EXPECT_THAT(english, testing::HasSubstr("The command SCVN_VECTORIZE is not built yet."));
+    EXPECT_THAT(english, testing::HasSubstr("The command R2V is not built yet."));
     EXPECT_TRUE(std::all_of(english.begin(), english.end(), [](char c) {
         return static_cast<unsigned char>(c) < 0x80;
     })) << english;
