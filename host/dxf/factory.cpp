@@ -48,18 +48,25 @@ std::unique_ptr<AcDbObject> EntityFactory::object(std::string_view name) {
 
 std::unique_ptr<AcDbObject> EntityFactory::polyline(const PolylineTraits& traits) {
     constexpr int kIs3d = 8, kMesh = 16, kPolyface = 64;
-    if (traits.marker == "AcDbPolyFaceMesh" || traits.marker == "AcDbPolygonMesh" ||
-        (traits.flags & (kMesh | kPolyface)))
-        return std::make_unique<KeptEntity>("POLYLINE");
+    if (traits.marker == "AcDbPolyFaceMesh" || (traits.flags & kPolyface))
+        return ofClass(L"AcDbPolyFaceMesh", "POLYLINE");
+    if (traits.marker == "AcDbPolygonMesh" || (traits.flags & kMesh))
+        return ofClass(L"AcDbPolygonMesh", "POLYLINE");
     const bool inSpace = traits.marker == "AcDb3dPolyline" || (traits.flags & kIs3d);
     return ofClass(inSpace ? L"AcDb3dPolyline" : L"AcDb2dPolyline", "POLYLINE");
 }
 
-std::unique_ptr<AcDbObject> EntityFactory::vertex(const AcDbObject& polyline) {
+std::unique_ptr<AcDbObject> EntityFactory::vertex(const AcDbObject& polyline,
+                                                  const std::function<PolylineTraits()>& traits) {
+    constexpr int kMeshVertex = 64, kFace = 128;
     const std::wstring name = polyline.isA()->name();
     if (name == L"AcDb2dPolyline") return ofClass(L"AcDb2dVertex", "VERTEX");
     if (name == L"AcDb3dPolyline") return ofClass(L"AcDb3dPolylineVertex", "VERTEX");
-    return std::make_unique<KeptEntity>("VERTEX");
+    if (name == L"AcDbPolygonMesh") return ofClass(L"AcDbPolygonMeshVertex", "VERTEX");
+    if (name != L"AcDbPolyFaceMesh") return std::make_unique<KeptEntity>("VERTEX");
+    const PolylineTraits own = traits();
+    const bool face = own.marker == "AcDbFaceRecord" || (own.flags & (kFace | kMeshVertex)) == kFace;
+    return ofClass(face ? L"AcDbFaceRecord" : L"AcDbPolyFaceMeshVertex", "VERTEX");
 }
 
 } // namespace host

@@ -1,6 +1,7 @@
 // Makes the object for a name behind group 0: of its class where the host has one, else a kept one
 // that gives back what it takes in.
 #pragma once
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -10,7 +11,7 @@
 
 namespace host {
 
-// What tells the kinds of POLYLINE apart.
+// What tells the kinds of POLYLINE, and of their vertices, apart.
 struct PolylineTraits {
     std::string marker; // the last subclass marker; empty in R12 and before
     int flags = 0;      // group 70
@@ -23,8 +24,9 @@ public:
     // For the section OBJECTS; never null.
     std::unique_ptr<AcDbObject> object(std::string_view name);
     std::unique_ptr<AcDbObject> polyline(const PolylineTraits& traits);
-    // A vertex of that polyline.
-    std::unique_ptr<AcDbObject> vertex(const AcDbObject& polyline);
+    // A vertex, or a face, of that polyline; its traits are asked for where they matter.
+    std::unique_ptr<AcDbObject> vertex(const AcDbObject& polyline,
+                                       const std::function<PolylineTraits()>& traits);
 
 private:
     AcRxClass* classOf(std::string_view name);

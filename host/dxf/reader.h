@@ -77,6 +77,7 @@ private:
     // Entities.
     void readEntity(AcDbBlockTableRecord* block);
     std::unique_ptr<AcDbObject> makeEntity(std::string_view kind);
+    PolylineTraits polylineTraits();
     void readPart(std::string_view kind);
     bool isPartOfWhole(std::string_view kind) const;
     void closeWhole();

@@ -39,13 +39,16 @@ void DrawingReader::readEntity(AcDbBlockTableRecord* block) {
 }
 
 std::unique_ptr<AcDbObject> DrawingReader::makeEntity(std::string_view kind) {
-    if (kind != "POLYLINE") return factory_.entity(kind);
+    return kind == "POLYLINE" ? factory_.polyline(polylineTraits()) : factory_.entity(kind);
+}
+
+PolylineTraits DrawingReader::polylineTraits() {
     PolylineTraits traits;
     stream_.lookAhead([&](const Group& group) {
         if (group.code == 100) traits.marker = bare(group.text);
         if (group.code == 70) traits.flags = int(group.integer);
     });
-    return factory_.polyline(traits);
+    return traits;
 }
 
 bool DrawingReader::isPartOfWhole(std::string_view kind) const {
@@ -56,9 +59,10 @@ bool DrawingReader::isPartOfWhole(std::string_view kind) const {
 void DrawingReader::readPart(std::string_view kind) {
     AcDbObject& whole = *whole_.object;
     const bool end = kind == "SEQEND";
-    std::unique_ptr<AcDbObject> part = end                ? std::make_unique<AcDbSequenceEnd>()
-                                       : kind == "VERTEX" ? factory_.vertex(whole)
-                                                          : factory_.entity(kind);
+    std::unique_ptr<AcDbObject> part = end ? std::make_unique<AcDbSequenceEnd>()
+                                       : kind == "VERTEX"
+                                           ? factory_.vertex(whole, [this] { return polylineTraits(); })
+                                           : factory_.entity(kind);
     Head head;
     readBody(*part, head);
     // References without attributes have no end mark.

@@ -8,6 +8,7 @@
 #include "host/ent/hatch.h"
 #include "host/ent/helix.h"
 #include "host/ent/line.h"
+#include "host/ent/meshes.h"
 #include "host/ent/polyline.h"
 #include "host/ent/polyline2d.h"
 #include "host/ent/polyline3d.h"
@@ -24,7 +25,8 @@ void registerEntityClasses() {
     describe<AcDbLine, AcDbPoint, AcDbCircle, AcDbArc, AcDbEllipse, AcDbPolyline, AcDb2dPolyline,
              AcDb2dVertex, AcDb3dPolyline, AcDb3dPolylineVertex, AcDbSpline, AcDbText, AcDbAttribute,
              AcDbAttributeDefinition, AcDbMText, AcDbBlockReference, AcDbTrace, AcDbSolid, AcDbFace,
-             AcDbHelix, AcDbRay, AcDbXline, AcDbHatch>();
+             AcDbHelix, AcDbRay, AcDbXline, AcDbHatch, AcDbPolyFaceMesh, AcDbPolyFaceMeshVertex,
+             AcDbFaceRecord, AcDbPolygonMesh, AcDbPolygonMeshVertex>();
 }
 
 } // namespace host
