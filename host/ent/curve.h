@@ -40,7 +40,9 @@ public:
     virtual Acad::ErrorStatus getOrthoProjectedCurve(const AcGePlane& plane, AcDbCurve*& projected) const;
     virtual Acad::ErrorStatus getProjectedCurve(const AcGePlane& plane, const AcGeVector3d& direction,
                                                 AcDbCurve*& projected) const;
-    // AcDbCurve* each; positive distances lie to the right of an open curve, outside arcs and circles.
+    // AcDbCurve* each; positive distances lie to the right of an open curve, outside arcs and circles. None
+    // of them comes nearer to the curve than the distance, so there may be several; eInvalidInput when
+    // nothing remains. Corners of polylines stay sharp.
     virtual Acad::ErrorStatus getOffsetCurves(double distance, AcDbVoidPtrArray& curves) const;
     virtual Acad::ErrorStatus getOffsetCurvesGivenPlaneNormal(const AcGeVector3d& normal, double distance,
                                                               AcDbVoidPtrArray& curves) const;

@@ -1,69 +1,18 @@
-// Parallel curves: lines, circles and arcs by themselves, chains by plane_offset.h, ellipses and plane
-// splines as splines through samples of the parallel curve.
+// Parallel curves: lines, circles and arcs by themselves, chains by the offsets of polylines, ellipses and
+// plane splines by curve_offset_fit.h.
 #include <algorithm>
 #include <cmath>
 
 #include "host/ent/curve_make.h"
+#include "host/ent/curve_offset_fit.h"
 #include "host/ent/filing.h"
 #include "host/ent/line.h"
-#include "host/ent/plane_offset.h"
-#include "host/ge/curves/interpolate.h"
+#include "host/ent/polyline.h"
+#include "host/ge/curves/offset.h"
 
 namespace {
 
-constexpr double kFitError = 1e-6; // of the curve's size, that a fitted parallel may be off
-constexpr int kFewest = 16, kMost = 4096;
-
-// A point of the parallel curve; nothing at a cusp.
-std::optional<AcGePoint3d> parallelPoint(const host::CurvePath& path, const AcGeVector3d& normal,
-                                         double distance, double param) {
-    const AcGeVector3d along = path.derivative(param, 1);
-    if (!(along.length() > 0)) return {};
-    return path.pointAt(param) + along.crossProduct(normal) * (distance / along.length());
-}
-
-struct Fit {
-    host::ge::Nurbs curve;
-    bool isClose = false;
-};
-
-Fit fitParallel(const host::CurvePath& path, const AcGeVector3d& normal, double distance, int steps) {
-    const double from = path.startParam(), range = path.endParam() - from;
-    std::vector<AcGePoint3d> points, between;
-    for (int i = 0; i <= 2 * steps; ++i) {
-        const auto p = parallelPoint(path, normal, distance, from + range * i / (2 * steps));
-        if (!p) return {};
-        (i % 2 ? between : points).push_back(*p);
-    }
-    host::ge::FitOptions options;
-    // A parallel through the evolute turns back; its tangent then runs against the curve's.
-    const auto tangent = [&](double a, double b) {
-        return *parallelPoint(path, normal, distance, b) - *parallelPoint(path, normal, distance, a);
-    };
-    const double h = 1e-6 * range;
-    options.closed =
-        path.isClosed() && path.derivative(from, 1).isParallelTo(path.derivative(path.endParam(), 1));
-    if (!options.closed) {
-        options.startTangent = tangent(from, from + h);
-        options.endTangent = tangent(path.endParam() - h, path.endParam());
-    }
-    Fit fit{host::ge::interpolate(points, options).curve, false};
-    if (!fit.curve.isValid()) return fit;
-    const host::ge::ClosestPointFinder finder(fit.curve);
-    const double bound = kFitError * path.size();
-    fit.isClose = std::all_of(between.begin(), between.end(),
-                              [&](const AcGePoint3d& p) { return finder.closestTo(p).distance <= bound; });
-    return fit;
-}
-
-std::unique_ptr<AcDbCurve> offsetByFit(const host::CurvePath& path, const AcGeVector3d& normal,
-                                       double distance) {
-    for (int steps = kFewest; steps <= kMost; steps *= 2) {
-        Fit fit = fitParallel(path, normal, distance, steps);
-        if (fit.isClose) return host::makeCurve(host::CurvePath::spline(std::move(fit.curve)));
-    }
-    return nullptr;
-}
+using Made = std::vector<std::unique_ptr<AcDbCurve>>;
 
 std::unique_ptr<AcDbCurve> offsetLine(const host::CurvePath& path, const AcGeVector3d& normal,
                                       double distance) {
@@ -75,22 +24,69 @@ std::unique_ptr<AcDbCurve> offsetLine(const host::CurvePath& path, const AcGeVec
     return host::makeCurve(host::CurvePath::line(start + right, end + right));
 }
 
-std::unique_ptr<AcDbCurve> offsetOf(const host::CurvePath& path, const AcGeVector3d& normal,
-                                    double distance) {
-    if (path.isLine()) return offsetLine(path, normal, distance);
-    if (const auto* chain = path.asPlaneChain()) {
-        const host::PlaneChain moved = host::offsetChain(*chain, distance);
-        return moved.vertices.size() < 2 ? nullptr : host::makeCurve(host::CurvePath::chain(moved));
+std::unique_ptr<AcDbCurve> offsetCircle(host::ge::EllipticArc arc, double distance) {
+    const double radius = arc.majorRadius() + distance;
+    if (!(radius > 1e-12 * arc.majorRadius()) || !(arc.majorRadius() > 0)) return nullptr;
+    arc.majorAxis *= radius / arc.majorRadius();
+    return host::makeConic(arc);
+}
+
+Made offsetChain(const host::PlaneChain& chain, double distance) {
+    Made out;
+    for (auto& one : host::ge::offsetPolyline(chain.vertices, chain.closed, distance))
+        out.push_back(host::makeCurve(host::CurvePath::chain(
+            host::PlaneChain{std::move(one.vertices), one.closed, chain.normal, chain.elevation})));
+    return out;
+}
+
+// Chains of space that lie in a plane: as there, and back.
+Made offsetSpaceChain(const host::SpaceChain& chain, const AcGeVector3d& normal, double distance) {
+    host::PlaneChain plane{{}, chain.closed, normal, 0};
+    plane.elevation = (AcGeMatrix3d::worldToPlane(normal) * chain.points[0]).z;
+    for (const AcGePoint3d& p : chain.points) plane.vertices.push_back({plane.toPlane(p), 0});
+    Made out;
+    for (const auto& one : host::ge::offsetPolyline(plane.vertices, plane.closed, distance)) {
+        // Arcs about corners, which only spikes have left, become their chords.
+        host::SpaceChain made{{}, one.closed};
+        for (const auto& v : one.vertices) made.points.push_back(plane.toWorld(v.point));
+        out.push_back(host::makeCurve(host::CurvePath::chain(std::move(made))));
     }
-    if (const auto* conic = path.asConic(); conic && conic->isCircular()) {
-        host::ge::EllipticArc arc = *conic;
-        const double radius = arc.majorRadius() + distance;
-        if (!(radius > 0) || !(arc.majorRadius() > 0)) return nullptr;
-        arc.majorAxis *= radius / arc.majorRadius();
-        return host::makeConic(arc);
+    return out;
+}
+
+Made offsetsOf(const host::CurvePath& path, const AcGeVector3d& normal, double distance) {
+    if (const auto* chain = path.asPlaneChain()) return offsetChain(*chain, distance);
+    Made out;
+    const auto* conic = path.asConic();
+    if (path.isLine()) {
+        out.push_back(offsetLine(path, normal, distance));
+    } else if (const auto* chain = path.asSpaceChain()) {
+        return offsetSpaceChain(*chain, normal, distance);
+    } else if (conic && conic->isCircular()) {
+        out.push_back(offsetCircle(*conic, distance));
+    } else {
+        for (auto& curve : host::fitParallels(path, normal, distance))
+            out.push_back(host::makeCurve(host::CurvePath::spline(std::move(curve))));
     }
-    if (path.asSpaceChain()) return nullptr;
-    return offsetByFit(path, normal, distance);
+    return out;
+}
+
+// Gives the curves their source's look, and to the caller. Parallels keep a polyline's constant width.
+Acad::ErrorStatus handOver(const AcDbCurve& source, Made made, AcDbVoidPtrArray& curves) {
+    std::erase(made, nullptr);
+    if (made.empty()) return Acad::eInvalidInput;
+    const auto* polyline = AcDbPolyline::cast(&source);
+    double width = 0;
+    if (polyline) polyline->getConstantWidth(width);
+    for (auto& curve : made) {
+        curve->setPropertiesFrom(&source);
+        if (auto* own = AcDbPolyline::cast(curve.get()); own && polyline) {
+            own->setConstantWidth(width), own->setThickness(polyline->thickness());
+            own->setPlinegen(polyline->hasPlinegen());
+        }
+        curves.append(curve.release());
+    }
+    return Acad::eOk;
 }
 
 } // namespace
@@ -105,15 +101,11 @@ Acad::ErrorStatus AcDbCurve::getOffsetCurves(double distance, AcDbVoidPtrArray& 
         const host::ge::Planarity plane = p->planarity();
         if (!plane.isPlanar) return Acad::eNonPlanarEntity;
         if (!plane.isLinear) normal = plane.normal;
-        // Splines in a plane of the drawing are seen from above, whichever way they turn.
-        if (p->asNurbs() && normal.z < -1e-9) normal = -normal;
+        // Splines and 3D polylines in a plane of the drawing are seen from above, whichever way they turn.
+        if ((p->asNurbs() || p->asSpaceChain()) && normal.z < -1e-9) normal = -normal;
     }
     if (!std::isfinite(distance) || distance == 0) return Acad::eInvalidInput;
-    auto made = offsetOf(*p, normal, distance);
-    if (!made) return Acad::eInvalidInput;
-    made->setPropertiesFrom(this);
-    curves.append(made.release());
-    return Acad::eOk;
+    return handOver(*this, offsetsOf(*p, normal, distance), curves);
 }
 
 Acad::ErrorStatus AcDbCurve::getOffsetCurvesGivenPlaneNormal(const AcGeVector3d& normal, double distance,
@@ -126,9 +118,5 @@ Acad::ErrorStatus AcDbCurve::getOffsetCurvesGivenPlaneNormal(const AcGeVector3d&
         return getOffsetCurves(fromBehind ? -distance : distance, curves);
     }
     if (!std::isfinite(distance) || distance == 0) return Acad::eInvalidInput;
-    auto made = offsetOf(*path(), normal.normal(), distance);
-    if (!made) return Acad::eInvalidInput;
-    made->setPropertiesFrom(this);
-    curves.append(made.release());
-    return Acad::eOk;
+    return handOver(*this, offsetsOf(*path(), normal.normal(), distance), curves);
 }

@@ -1,0 +1,181 @@
+// Parallels by interpolation: first the stretches of the path whose parallel is valid, then a spline through
+// ever more points of each.
+#include "host/ent/curve_offset_fit.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "host/ge/curves/interpolate.h"
+
+namespace host {
+
+namespace {
+
+constexpr double kFitError = 1e-6;  // of the path's size, that a fitted parallel may be off
+constexpr double kTooNear = 1e-9;   // of the path's size, that a valid point may be nearer than the distance
+constexpr double kSameParam = 1e-9; // of the range
+constexpr int kFewest = 16, kMost = 4096;
+constexpr int kProbes = 512; // of a smooth stretch, for where the parallel is valid
+
+struct Stretch {
+    double from, to; // beyond the end: on from the start of a closed path
+};
+
+class Parallel {
+public:
+    Parallel(const CurvePath& path, const AcGeVector3d& normal, double distance)
+        : path_(path), normal_(normal), distance_(distance), range_(path.endParam() - path.startParam()),
+          slack_(kTooNear * (path.size() + std::fabs(distance))) {}
+
+    bool isSmoothlyClosed() const {
+        const AcGeVector3d a = path_.derivative(path_.startParam(), 1), b = direction(path_.endParam(), -1);
+        return path_.isClosed() && a.crossProduct(b).length() <= 1e-6 * a.length() && a.dotProduct(b) > 0;
+    }
+
+    // The path between its corners.
+    std::vector<Stretch> smooth() const {
+        std::vector<double> corners{path_.startParam()};
+        if (const ge::Nurbs* curve = path_.asNurbs())
+            for (double knot : curve->distinctKnots())
+                if (knot > path_.startParam() && knot < path_.endParam() && isCorner(*curve, knot))
+                    corners.push_back(knot);
+        corners.push_back(path_.endParam());
+        std::vector<Stretch> out;
+        for (size_t i = 0; i + 1 < corners.size(); ++i) out.push_back({corners[i], corners[i + 1]});
+        return out;
+    }
+
+    // What of a smooth stretch has a valid parallel.
+    std::vector<Stretch> valid(const Stretch& smooth) const {
+        std::vector<Stretch> out;
+        const double step = (smooth.to - smooth.from) / kProbes;
+        // Corners belong to both sides; the parallel's ends there are looked at from inside.
+        const auto param = [&](int i) {
+            const double inset = i == 0 ? kSameParam : i == kProbes ? -kSameParam : 0;
+            return smooth.from + step * (i + inset);
+        };
+        bool before = isValid(param(0));
+        double from = smooth.from;
+        for (int i = 1; i <= kProbes; ++i) {
+            const bool now = isValid(param(i));
+            if (now != before) {
+                const double change = boundary(param(i - 1), param(i), before);
+                if (now)
+                    from = change;
+                else
+                    out.push_back({from, change});
+            }
+            before = now;
+        }
+        if (before) out.push_back({from, smooth.to});
+        std::erase_if(out, [&](const Stretch& s) { return !(s.to - s.from > 1e-6 * range_); });
+        return out;
+    }
+
+    ge::Nurbs fitted(const Stretch& s, bool closed) const {
+        for (int steps = kFewest; steps <= kMost; steps *= 2) {
+            const Fit fit = fitWith(s, closed, steps);
+            if (fit.isClose) return fit.curve;
+        }
+        return {};
+    }
+
+private:
+    struct Fit {
+        ge::Nurbs curve;
+        bool isClose = false;
+    };
+
+    static bool isCorner(const ge::Nurbs& curve, double knot) {
+        if (curve.multiplicityAt(knot) < curve.degree) return false;
+        const AcGeVector3d a = curve.derivativesFromLeft(knot, 1).d[0], b = curve.derivatives(knot, 1).d[0];
+        return a.crossProduct(b).length() > 1e-9 * a.length() * b.length() || a.dotProduct(b) < 0;
+    }
+
+    // Beyond the end by more than rounding: on from the start.
+    double wrapped(double param) const {
+        if (param > path_.endParam() + kSameParam * range_) return param - range_;
+        return std::min(param, path_.endParam());
+    }
+
+    // Where the path stands still, that of its neighbourhood; `side` tells from where a corner is seen.
+    AcGeVector3d direction(double param, int side) const {
+        const double nudge = kSameParam * range_;
+        if (side < 0) param = std::max(param - nudge, path_.startParam());
+        AcGeVector3d along = path_.derivative(wrapped(param), 1);
+        if (!(along.length() > 1e-12 * path_.size() / range_)) {
+            const bool atEnd = param + 1e3 * nudge > path_.endParam();
+            along = path_.derivative(wrapped(param + (atEnd || side < 0 ? -1e3 : 1e3) * nudge), 1);
+        }
+        return along;
+    }
+
+    AcGePoint3d at(double param, int side) const {
+        const AcGeVector3d along = direction(param, side), right = along.crossProduct(normal_);
+        const double length = right.length();
+        const AcGePoint3d p = path_.pointAt(wrapped(param));
+        return length > 0 ? p + right * (distance_ / length) : p;
+    }
+
+    bool isValid(double param) const {
+        return path_.closestTo(at(param, 1)).distance >= std::fabs(distance_) - slack_;
+    }
+
+    double boundary(double low, double high, bool atLow) const {
+        while (high - low > 1e-14 * range_) {
+            const double middle = 0.5 * (low + high);
+            if (middle <= low || middle >= high) break;
+            (isValid(middle) == atLow ? low : high) = middle;
+        }
+        return atLow ? low : high; // on the valid side
+    }
+
+    Fit fitWith(const Stretch& s, bool closed, int steps) const {
+        std::vector<AcGePoint3d> points, between;
+        // A closed spline comes back to its first point by itself.
+        for (int i = 0; i < 2 * steps + (closed ? 0 : 1); ++i)
+            (i % 2 ? between : points)
+                .push_back(at(s.from + (s.to - s.from) * i / (2 * steps), i == 2 * steps ? -1 : 1));
+        ge::FitOptions options;
+        options.closed = closed;
+        if (!closed) options.startTangent = direction(s.from, 1), options.endTangent = direction(s.to, -1);
+        Fit fit{ge::interpolate(points, options).curve, false};
+        if (!fit.curve.isValid()) return fit;
+        const ge::ClosestPointFinder finder(fit.curve);
+        const double bound = kFitError * path_.size();
+        fit.isClose = std::all_of(between.begin(), between.end(), [&](const AcGePoint3d& p) {
+            return finder.closestTo(p).distance <= bound;
+        });
+        return fit;
+    }
+
+    const CurvePath& path_;
+    AcGeVector3d normal_;
+    double distance_, range_, slack_;
+};
+
+} // namespace
+
+std::vector<ge::Nurbs> fitParallels(const CurvePath& path, const AcGeVector3d& normal, double distance) {
+    const Parallel parallel(path, normal, distance);
+    std::vector<Stretch> stretches;
+    const std::vector<Stretch> smooth = parallel.smooth();
+    for (const Stretch& s : smooth)
+        for (const Stretch& v : parallel.valid(s)) stretches.push_back(v);
+    const double start = path.startParam(), end = path.endParam();
+    const bool goesRound = !stretches.empty() && parallel.isSmoothlyClosed() &&
+                           stretches.front().from == start && stretches.back().to == end;
+    const bool isWhole = goesRound && smooth.size() == 1 && stretches.size() == 1;
+    if (goesRound && stretches.size() > 1) {
+        stretches.back().to = end + (stretches.front().to - start);
+        stretches.erase(stretches.begin());
+    }
+    std::vector<ge::Nurbs> out;
+    for (const Stretch& s : stretches) {
+        ge::Nurbs curve = parallel.fitted(s, isWhole);
+        if (curve.isValid()) out.push_back(std::move(curve));
+    }
+    return out;
+}
+
+} // namespace host
