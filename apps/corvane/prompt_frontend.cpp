@@ -23,19 +23,12 @@ namespace app {
 namespace {
 
 constexpr size_t kMostHistory = 1000;
-constexpr int kControlC = 3;
 
 // The line editor calls back without a word of its own, so these stand alone.
-std::vector<std::string> candidates; // for completion
-bool namesFiles = false;             // complete file names instead
-bool escaped = false;                // Ctrl-C ended the line
-volatile std::sig_atomic_t stopAsked = 0;
+std::vector<std::string> candidates;      // for completion
+bool namesFiles = false;                  // complete file names instead
+volatile std::sig_atomic_t stopAsked = 0; // Ctrl-C: ends the line, or the work of a command
 
-int onControlC(int, int) {
-    escaped = true;
-    rl_done = 1;
-    return 0;
-}
 void onInterrupt(int) { stopAsked = 1; }
 
 char* nextCandidate(const char* start, int state) {
@@ -82,9 +75,6 @@ void startLineEditor() {
     rl_readline_name = "corvane";
     rl_initialize();
     rl_attempted_completion_function = complete;
-    // Ctrl-C arrives as a key while a line is typed, and as a signal while a command works.
-    rl_parse_and_bind("setty -d -isig");
-    rl_add_defun("corvane-escape", onControlC, kControlC);
     struct sigaction action {};
     action.sa_handler = onInterrupt;
     sigaction(SIGINT, &action, nullptr);
@@ -130,11 +120,10 @@ void PromptFrontEnd::remember(const std::string& line) {
 PromptFrontEnd::Line PromptFrontEnd::readLine(const std::string& prompt) {
     progress_.clear();
     transcript_.finishLine();
-    escaped = false;
     stopAsked = 0;
-    rl_done = 0;
     char* typed = readline(prompt.c_str());
-    if (escaped) {
+    if (stopAsked) {
+        stopAsked = 0;
         std::free(typed);
         transcript_.print(L"*Cancel*\n");
         return {Line::Kind::escape, ""};
@@ -146,13 +135,12 @@ PromptFrontEnd::Line PromptFrontEnd::readLine(const std::string& prompt) {
     }
     Line line{Line::Kind::text, typed};
     std::free(typed);
-    remember(line.text);
     return line;
 }
 
 host::PromptReply PromptFrontEnd::replyTo(const host::PromptRequest& request) {
     host::PromptReply reply;
-    const host::ScriptReader::Answer answer = pending_->next(request.blanksEnd);
+    const host::ScriptReader::Answer answer = pending_->next(request.blanksEnd, request.pointing());
     reply.kind = answer.escape         ? host::PromptReply::Kind::cancel
                  : answer.text.empty() ? host::PromptReply::Kind::enter
                                        : host::PromptReply::Kind::text;
@@ -177,6 +165,7 @@ host::PromptReply PromptFrontEnd::ask(const host::PromptRequest& request) {
         if (line.kind == Line::Kind::end) break;
         if (request.blanksEnd)
             while (!line.text.empty() && line.text.back() == ' ') line.text.pop_back();
+        remember(line.text);
         pending_.emplace(host::wide(line.text) + L"\n");
         if (!pending_->atEnd()) return replyTo(request); // else it was a comment
     }

@@ -37,23 +37,41 @@ bool makePlan(const Arguments& arguments, Plan& plan) {
     return readVersion(arguments, plan.version);
 }
 
-bool setVariables(const Arguments& arguments) {
-    for (const std::string& setting : arguments.values("--set")) {
+// The variables of --set, for this run alone: those that the user's profile keeps are put back at the end.
+class RunVariables {
+public:
+    ~RunVariables() {
+        std::wstring why;
+        for (auto one = former_.rbegin(); one != former_.rend(); ++one)
+            host::setSystemVariableText(*one->variable, one->text, why);
+    }
+    // False, and told, when a setting makes no sense.
+    bool set(const std::string& setting) {
         const size_t equals = setting.find('=');
-        if (equals == setting.npos || equals == 0)
-            return complain("--set " + setting + ": VAR=VALUE is needed"), false;
+        if (equals == setting.npos || equals == 0) return refuse(setting, "VAR=VALUE is needed");
         const std::string name = setting.substr(0, equals);
         const host::SystemVariable* variable = host::findSystemVariable(host::wide(name));
         if (!variable)
-            return complain("--set " + setting + ": there is no system variable " + name +
-                            "; the command SETVAR ? * lists them"),
-                   false;
+            return refuse(setting,
+                          "there is no system variable " + name + "; the command SETVAR ? * lists them");
+        const std::wstring before = host::systemVariableText(*variable);
         std::wstring why;
         if (!host::setSystemVariableText(*variable, host::wide(setting.substr(equals + 1)), why))
-            return complain("--set " + setting + ": " + host::utf8(why)), false;
+            return refuse(setting, host::utf8(why));
+        if (variable->home == host::SystemVariable::Home::profile) former_.push_back({variable, before});
+        return true;
     }
-    return true;
-}
+
+private:
+    static bool refuse(const std::string& setting, const std::string& why) {
+        return complain("--set " + setting + ": " + why), false;
+    }
+    struct Former {
+        const host::SystemVariable* variable;
+        std::wstring text;
+    };
+    std::vector<Former> former_;
+};
 
 // Tells what of the script went astray.
 ExitStatus judge(const host::LoopOutcome& outcome, const host::ScriptFrontEnd& frontEnd,
@@ -98,8 +116,10 @@ ExitStatus runWith(host::FrontEnd& frontEnd, const Arguments& arguments, const P
     OpenedDrawing opened = openDrawing(arguments.positional()[0], arguments, true);
     if (!opened.database) return ExitStatus::file;
     session.open(std::move(opened.database));
+    RunVariables variables;
+    for (const std::string& setting : arguments.values("--set"))
+        if (!variables.set(setting)) return ExitStatus::usage;
     if (!session.loadModule(arguments.value("--lang"))) return ExitStatus::file;
-    if (!setVariables(arguments)) return ExitStatus::usage;
     const Snapshot before = plan.comparisons.empty() ? Snapshot() : Snapshot::take(session.drawing());
     const ExitStatus ended = work();
     const ExitStatus written = writeResults(arguments, plan, session.drawing(), before);

@@ -75,10 +75,11 @@ std::vector<Keyword> parseKeywords(const std::wstring& list) {
     std::wistringstream words(list);
     bool behind = false;
     for (std::wstring word; words >> word;) {
-        if (word == L"_")
+        if (word.starts_with(L'_')) {
             behind = true;
-        else
-            (behind ? global : local).push_back(word.substr(0, word.find(L',')));
+            word.erase(0, 1);
+        }
+        if (!word.empty()) (behind ? global : local).push_back(word.substr(0, word.find(L',')));
     }
     std::vector<Keyword> keywords;
     for (size_t i = 0; i < local.size(); ++i)

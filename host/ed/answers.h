@@ -13,8 +13,8 @@ struct Keyword {
     std::wstring global; // what the caller gets
 };
 
-// A keyword list of acedInitGet: words parted by blanks; behind "_" the language-independent names in the
-// same order.
+// A keyword list of acedInitGet: words parted by blanks; from the word that begins with "_" on, the
+// language-independent names in the same order.
 std::vector<Keyword> parseKeywords(const std::wstring& list);
 // The keyword that the text stands for, or null: without regard to case, by its run of capitals or any longer
 // beginning of it; "_" before the text asks for the language-independent name.

@@ -21,7 +21,7 @@ enum {
 };
 
 // Rules for the next prompt alone. Keywords are parted by blanks; each is answered by its capital letters
-// or any longer beginning; behind a single "_" stand the language-independent names in the same order.
+// or any longer beginning; from a "_" on stand the language-independent names in the same order.
 int acedInitGet(int bits, const ACHAR* keywords);
 
 // Coordinates are those of the current UCS. `base` draws a rubber band and serves relative answers; it may be

@@ -84,7 +84,7 @@ bool Matcher::test(const resbuf*& at) {
 }
 
 bool Matcher::one(const resbuf& wanted, const std::wstring& comparison) {
-    const int code = wanted.restype;
+    const int code = wanted.restype == RTDXF0 ? 0 : wanted.restype; // 0 can't stand in acutBuildList
     if (code == -3) return true;
     if (code == 1001) return hasXdata(wanted);
     switch (resultKind(code)) {

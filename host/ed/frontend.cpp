@@ -21,6 +21,17 @@ FrontEnd* current = nullptr;
 
 } // namespace
 
+bool PromptRequest::pointing() const {
+    switch (kind) {
+    case Kind::command:
+    case Kind::text:
+    case Kind::line:
+    case Kind::keyword:
+    case Kind::file: return false;
+    default: return true;
+    }
+}
+
 FrontEnd& frontEnd() {
     static SilentFrontEnd silent;
     return current ? *current : silent;

@@ -36,6 +36,8 @@ struct PromptRequest {
     std::optional<AcGePoint3d> base;    // UCS
     int bits = 0;                       // of acedInitGet
     bool blanksEnd = true;              // a blank ends the answer (texts with blanks: false)
+    // The cursor matters: answers may be picked, and scripts may move it and hold keys before they answer.
+    bool pointing() const;
 };
 
 // How it was answered. Texts are as typed; the editor reads them (points, keywords, numbers, selections).

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cstdarg>
 #include <map>
-#include <regex>
 
 #include "host/ed/editor.h"
 #include "host/ed/frontend.h"
@@ -71,12 +70,22 @@ bool acedIsMenuGroupLoaded(const ACHAR* group) {
     return std::find(groups.begin(), groups.end(), host::upper(group)) != groups.end();
 }
 
+namespace {
+// The group of (if(null(menugroup "GROUP"))(command "menuload" "FILE")); empty for other expressions.
+std::wstring groupLoadedBy(std::wstring_view expression) {
+    constexpr std::wstring_view kAsks = L"(if(null(menugroup \"", kLoads = L"\"))(command \"menuload\" \"";
+    const size_t end = expression.find(L'"', kAsks.size());
+    if (!expression.starts_with(kAsks) || end == expression.npos) return {};
+    if (!expression.substr(end).starts_with(kLoads) || !host::trimmed(expression).ends_with(L"\"))"))
+        return {};
+    return std::wstring(expression.substr(kAsks.size(), end - kAsks.size()));
+}
+} // namespace
+
 int ads_queueexpr(const ACHAR* expression) {
     // The menu's own expression is understood; what shows pull-downs is for front ends that have a menu bar.
-    static const std::wregex loads(
-        LR"re(^\(if\(null\(menugroup "([^"]+)"\)\)\(command "menuload" "([^"]+)"\)\)\s*$)re");
-    std::wcmatch parts;
-    if (std::regex_match(expression, parts, loads)) menus().groups.push_back(host::upper(parts[1].str()));
+    if (const std::wstring group = groupLoadedBy(expression); !group.empty())
+        menus().groups.push_back(host::upper(group));
     menus().expressions.push_back(expression);
     return RTNORM;
 }

@@ -81,7 +81,7 @@ public:
             point = typed->world ? worldToUcs(typed->point) : typed->point;
         }
         if (snap_) {
-            const auto snapped = snapPoint(snap_, ucsToWorld(point));
+            const auto snapped = snapPoint(std::exchange(snap_, 0), ucsToWorld(point));
             if (!snapped) return printLine(L"\nNothing to snap to at that point."), Step::told;
             point = worldToUcs(*snapped);
         }
@@ -208,7 +208,7 @@ PromptReply askFrontEnd(const PromptRequest& request) {
                 printLine(L"\nUnknown command \"" + reply.text + L"\".");
             continue;
         }
-        if (betweenAnswers(reply)) continue;
+        if (request.pointing() && betweenAnswers(reply)) continue;
         return reply;
     }
 }

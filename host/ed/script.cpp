@@ -72,13 +72,14 @@ std::wstring ScriptReader::word() {
     return text;
 }
 
-ScriptReader::Answer ScriptReader::next(bool blanksEnd) {
+ScriptReader::Answer ScriptReader::next(bool blanksEnd, bool pointing) {
     passComments();
     Answer answer;
     answer.line = line_;
     answer.text = blanksEnd ? word() : restOfLine();
     const std::wstring folded = lower(answer.text);
-    if (blanksEnd && (folded == L"move" || folded == L"keys") && at_ < script_.size() && !lineStart_)
+    if (pointing && blanksEnd && (folded == L"move" || folded == L"keys") && at_ < script_.size() &&
+        !lineStart_)
         answer.text += L' ' + word();
     answer.escape = answer.text == L"^C" || answer.text == L"^c";
     answer.text = unquoted(answer.text);
@@ -114,7 +115,7 @@ PromptReply ScriptFrontEnd::ask(const PromptRequest& request) {
             reply.kind = PromptReply::Kind::exhausted;
             return reply;
         }
-        const ScriptReader::Answer answer = reader_.next(request.blanksEnd);
+        const ScriptReader::Answer answer = reader_.next(request.blanksEnd, request.pointing());
         // Blank lines between commands part them for the eye; they don't run the last command again.
         if (command && answer.text.empty()) continue;
         transcript_.print(request.text);

@@ -23,8 +23,9 @@ public:
         bool escape = false;
         int line = 0; // of the script, from 1
     };
-    // The next answer; `blanksEnd` as the prompt has it. Call only when not atEnd().
-    Answer next(bool blanksEnd);
+    // The next answer; `blanksEnd` as the prompt has it. `pointing` is set where the cursor matters: there
+    // "move" and "keys" take the word behind them along. Call only when not atEnd().
+    Answer next(bool blanksEnd, bool pointing = false);
     int line() const { return line_; }
 
 private:

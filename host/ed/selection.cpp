@@ -239,10 +239,10 @@ int acedSSGet(const ACHAR* mode, const void* pt1, const void* pt2, const resbuf*
     set[0] = set[1] = 0;
     if (!host::database()) return RTERROR;
     std::wstring plain = host::upper(mode ? mode : L"");
+    if (plain.starts_with(L"_")) plain.erase(0, 1);
     const size_t options = plain.find_first_of(L":_");
     const std::wstring behind = options == plain.npos ? L"" : plain.substr(options);
     plain = plain.substr(0, options);
-    if (plain.starts_with(L"_")) plain.erase(0, 1);
     if (plain.empty() && !pt1) return host::asked(filter, nullptr, behind.find(L'S') != behind.npos, set);
     if (plain.empty() && behind.find(L'$') != behind.npos)
         return host::asked(filter, pt1, behind.find(L'S') != behind.npos, set);
@@ -331,6 +331,8 @@ int acedEntSel(const ACHAR* text, ads_name entity, ads_point point) {
             return host::setLastInput(keyword->global), RTKWORD;
         if (const auto named = host::parseEntityAnswer(reply.text)) {
             id = host::entityOf(*named);
+            if (id.isNull())
+                return host::printLine(L"\nThe drawing has no such object."), fail(kNothingThere);
             if (named->point)
                 at = *named->point;
             else if (AcDbObjectPointer<AcDbEntity> found(id, AcDb::kForRead); found) {
