@@ -217,7 +217,7 @@ std::map<AcDbObjectId, std::vector<AcDbObjectId>> AcDbDatabase::blockReferences(
         if (!entity || entity->isErased()) continue;
         const AcDbObjectId block = entity->referencedBlock();
         // A dimension shows its block without being a reference to it.
-        if (block.isNull() || dynamic_cast<const host::KeptEntity*>(entity)) continue;
+        if (block.isNull() || entity->dxfName() != "INSERT") continue;
         references[block].push_back(entity->objectId());
     }
     for (auto& [block, ids] : references) std::sort(ids.begin(), ids.end());

@@ -3,6 +3,8 @@
 
 #include <cmath>
 
+#include "host/os/text.h"
+
 namespace host {
 
 bool OwnGroups::take(const Group& group, const ReadContext& context, std::string_view marker) {
@@ -94,6 +96,49 @@ void OwnGroups::set(const Group& value) {
 
 void OwnGroups::setReal(int code, double value) { set(Group::ofReal(code, value)); }
 void OwnGroups::setInteger(int code, std::int64_t value) { set(Group::ofInteger(code, value)); }
+
+void OwnGroups::setText(int code, const std::wstring& value) {
+    const std::string bytes = utf8(value);
+    set(Group::ofText(code, bytes));
+}
+
+void OwnGroups::setPoint(int code, const AcGePoint3d& value, int after) {
+    Group x;
+    if (list_.find(code, x)) {
+        bool first = true;
+        return mapPoints({code},
+                         [&](const AcGePoint3d& p) { return std::exchange(first, false) ? value : p; });
+    }
+    GroupList edited;
+    bool done = false;
+    const auto put = [&] {
+        for (int axis = 0; axis < 3; ++axis)
+            edited.append(Group::ofReal(code + 10 * axis, value[unsigned(axis)]));
+        done = true;
+    };
+    for (const Group group : list_) {
+        edited.append(group);
+        if (group.code == after + 20 && !done) put();
+    }
+    if (!done) put();
+    list_ = std::move(edited);
+}
+
+bool GroupedEntity::inGroup(const Group& group, ReadContext& context) {
+    if (context.within("AcDbEntity") && AcDbEntity::inGroup(group, context)) return true;
+    return own_.take(group, context, marker());
+}
+
+void GroupedEntity::outGroups(GroupWriter& writer) const {
+    AcDbEntity::outGroups(writer);
+    own_.write(writer, marker());
+}
+
+Acad::ErrorStatus GroupedEntity::change() {
+    if (auto es = willModify(); es != Acad::eOk) return es;
+    forgetKeptPicture(*this);
+    return Acad::eOk;
+}
 
 void forgetKeptPicture(AcDbEntity& entity) {
     if (!entity.tail() || entity.tail()->kept.empty()) return;

@@ -19,6 +19,7 @@ public:
     void write(GroupWriter& writer, const char* marker) const;
     bool hasMarker(std::string_view marker) const;
     bool isEmpty() const { return list_.empty(); }
+    void assign(GroupList list) { list_ = std::move(list); } // markers (100) included
     const GroupList& list() const { return list_; }
 
     // Values of the first group of that code; the fallback when there is none of that type.
@@ -38,6 +39,9 @@ public:
     // The value of the first group of that code; appended at the end of the marker's groups else.
     void setReal(int code, double value);
     void setInteger(int code, std::int64_t value);
+    void setText(int code, const std::wstring& value);
+    // The first point of that code; a new one stands behind the point of the code `after`, or at the end.
+    void setPoint(int code, const AcGePoint3d& value, int after);
     // Replaces the components of every point with its X under one of the codes by `image(point)`.
     template <class Image> void mapPoints(std::initializer_list<int> codes, Image image);
 
@@ -70,6 +74,18 @@ template <class Image> void OwnGroups::mapPoints(std::initializer_list<int> code
         });
     }
 }
+
+// An entity with nothing but such groups.
+class GroupedEntity : public AcDbEntity {
+public:
+    bool inGroup(const Group& group, ReadContext& context) override;
+    void outGroups(GroupWriter& writer) const override;
+
+protected:
+    virtual const char* marker() const = 0;
+    Acad::ErrorStatus change(); // the door of the setters
+    OwnGroups own_;
+};
 
 // Drops the picture that other programs keep in an entity's common groups; for entities that change.
 void forgetKeptPicture(AcDbEntity& entity);
