@@ -86,19 +86,31 @@ host::CurvePath AcDbLeader::makePath() const {
 }
 
 // Leaders that are too short for their arrow have none.
-Adesk::Boolean AcDbLeader::subWorldDraw(AcGiWorldDraw* context) const {
-    const auto path = makePath();
-    if (path.isEmpty()) return true;
-    AcDbCurve::subWorldDraw(context);
+std::vector<AcGePoint3d> AcDbLeader::arrow(const host::CurvePath& path) const {
     const double size = arrowSize();
-    if (!hasArrowHead() || vertices_.size() < 2 || !(size > 0)) return true;
-    if (vertices_[0].distanceTo(vertices_[1]) < 2 * size) return true;
+    if (path.isEmpty() || !hasArrowHead() || vertices_.size() < 2 || !(size > 0)) return {};
+    if (vertices_[0].distanceTo(vertices_[1]) < 2 * size) return {};
     const AcGeVector3d along = path.derivative(path.startParam(), 1).normal() * size;
     const AcGeVector3d across = normal().crossProduct(along) / 6;
-    const AcGePoint3d tip = vertices_[0], corners[] = {tip, tip + along + across, tip + along - across};
+    const AcGePoint3d tip = vertices_[0];
+    return {tip, tip + along + across, tip + along - across};
+}
+
+Adesk::Boolean AcDbLeader::subWorldDraw(AcGiWorldDraw* context) const {
+    AcDbCurve::subWorldDraw(context);
+    const std::vector<AcGePoint3d> corners = arrow(makePath());
+    if (corners.empty()) return true;
     context->subEntityTraits().setFillType(kAcGiFillAlways);
-    context->geometry().polygon(3, corners);
+    context->geometry().polygon(Adesk::UInt32(corners.size()), corners.data());
     return true;
+}
+
+Acad::ErrorStatus AcDbLeader::subGetGeomExtents(AcDbExtents& extents) const {
+    const host::CurvePath path = makePath();
+    if (path.isEmpty()) return Acad::eInvalidExtents;
+    AcDbExtents box = path.extents();
+    for (const AcGePoint3d& p : arrow(path)) box.addPoint(p);
+    return extents = box, Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbLeader::subTransformBy(const AcGeMatrix3d& matrix) {

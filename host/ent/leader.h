@@ -26,11 +26,13 @@ protected:
     host::CurvePath makePath() const override;
     Adesk::Boolean subWorldDraw(AcGiWorldDraw* context) const override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override; // with the arrow
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     Acad::ErrorStatus subMoveGripPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
 
 private:
     template <class Image> Acad::ErrorStatus moveVertices(Image image);
+    std::vector<AcGePoint3d> arrow(const host::CurvePath& path) const; // its corners, or none
     host::OwnGroups own_;
     std::vector<AcGePoint3d> vertices_;
 };
