@@ -65,7 +65,9 @@ void AcDbEntity::outGroups(host::GroupWriter& writer) const {
     writer.text(8, layerName());
     if (const auto* linetype = host::peek<AcDbLinetypeTableRecord>(linetype_))
         if (!host::equalNoCase(linetype->name(), L"ByLayer")) writer.text(6, linetype->name());
-    const int index = color_.isByColor() ? fileIndex_ : color_.colorIndex();
+    const bool holdsRgb = writer.version >= AcDb::kDHL_1018;
+    const int index =
+        color_.isByColor() && (holdsRgb || fileIndex_ != 256) ? fileIndex_ : color_.colorIndex();
     if (index != 256) writer.integer(62, index);
     if (writer.version >= AcDb::kDHL_1015 && lineWeight_ != AcDb::kLnWtByLayer)
         writer.integer(370, lineWeight_);

@@ -8,12 +8,13 @@
 namespace host::dxf {
 namespace {
 
-// Variables by the version they came with; what isn't here is older or a program's own. Blanks around each.
-struct VariableRow {
+// Names by the version they came with. Blanks around each.
+struct SinceRow {
     AcDb::AcDbDwgVersion since;
     std::string_view names;
 };
-constexpr VariableRow kVariables[] = {
+// Variables; what isn't here is older or a program's own.
+constexpr SinceRow kVariables[] = {
     {AcDb::kDHL_1012, " CELTSCALE CHAMFERC CHAMFERD CMLJUST CMLSCALE CMLSTYLE DELOBJ DIMALTTD DIMALTTZ "
                       "DIMALTU DIMALTZ DIMAUNIT DIMDEC DIMFIT DIMJUST DIMSD1 DIMSD2 DIMTDEC DIMTOLJ DIMTXSTY "
                       "DIMTZIN DIMUNIT DIMUPT DISPSILH PICKSTYLE PINSBASE TREEDEPTH "},
@@ -65,15 +66,35 @@ constexpr std::array<std::string_view, 19> kOldKinds = {
     "3DFACE", "3DLINE", "ARC",   "ATTDEF", "ATTRIB", "BLOCK", "CIRCLE", "DIMENSION", "ENDBLK",  "INSERT",
     "LINE",   "POINT",  "SHAPE", "SEQEND", "SOLID",  "TEXT",  "TRACE",  "VERTEX",    "VIEWPORT"};
 
+// Kinds of entity by the version they came with; those since R13 aren't here.
+constexpr SinceRow kKinds[] = {
+    {AcDb::kDHL_1014, " HATCH IMAGE LWPOLYLINE "},
+    {AcDb::kDHL_1015, " ARCALIGNEDTEXT RTEXT WIPEOUT "},
+    {AcDb::kDHL_1018, " ACAD_TABLE ARC_DIMENSION LARGE_RADIAL_DIMENSION "},
+    {AcDb::kDHL_1021,
+     " DGNUNDERLAY DWFUNDERLAY EXTRUDEDSURFACE HELIX LIGHT LOFTEDSURFACE MULTILEADER PDFUNDERLAY "
+     "PLANESURFACE REVOLVEDSURFACE SECTION SUN SURFACE SWEPTSURFACE "},
+    {AcDb::kDHL_1024, " MESH NURBSURFACE "},
+    {AcDb::kDHL_1027, " COORDINATION_MODEL GEOPOSITIONMARKER POINTCLOUD POINTCLOUDEX "},
+};
+
+bool cameLater(std::span<const SinceRow> rows, AcDb::AcDbDwgVersion version, std::string_view name) {
+    std::string wanted(1, ' ');
+    wanted.append(name).push_back(' ');
+    for (const SinceRow& row : rows)
+        if (row.since > version && row.names.find(wanted) != std::string_view::npos) return true;
+    return false;
+}
+
 } // namespace
 
 bool knowsVariable(AcDb::AcDbDwgVersion version, std::string_view name) {
     if (name.starts_with('$')) name.remove_prefix(1);
-    std::string wanted(1, ' ');
-    wanted.append(name).push_back(' ');
-    for (const VariableRow& row : kVariables)
-        if (row.since > version && row.names.find(wanted) != std::string_view::npos) return false;
-    return true;
+    return !cameLater(kVariables, version, name);
+}
+
+bool knowsKind(AcDb::AcDbDwgVersion version, std::string_view kind) {
+    return version <= AcDb::kDHL_1009 ? isOldKind(kind) : !cameLater(kKinds, version, kind);
 }
 
 std::span<const KnownClass> knownClasses() { return kClasses; }

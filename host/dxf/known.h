@@ -21,6 +21,8 @@ std::span<const KnownClass> knownClasses();
 
 // Kinds of entity that R12 and older versions know; all others came later.
 bool isOldKind(std::string_view kind);
+// False for a kind of entity that came later than that version; unknown ones count as known since R13.
+bool knowsKind(AcDb::AcDbDwgVersion version, std::string_view kind);
 // Group codes that R12 takes.
 bool isOldCode(int code);
 

@@ -69,6 +69,7 @@ private:
     void takeMark();
     void takeList(AcDbObject& object);
     void takeData(AcDbObject& object, const Group& group);
+    bool takeMisplaced(AcDbObject& object, const Group& group);
     void gather(AcDbObject& object, const Group& group);
     void keep(AcDbObject& object, const Group& group);
     void nameObject(std::string_view kind) { object_ = kind, handle_ = 0; }
@@ -106,7 +107,8 @@ private:
     // The object being read.
     std::string marker_, keptMarker_;
     bool inXdata_ = false, embedded_ = false, embeddedTaken_ = false;
-    bool gathers_ = false; // it is kept whole
+    bool misplaced_ = false; // what all entities have stands behind another marker
+    bool gathers_ = false;   // it is kept whole
     KeptEntity* keptEntity_ = nullptr;
     GroupList gathered_;
 

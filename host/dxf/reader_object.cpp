@@ -11,7 +11,7 @@ void DrawingReader::readBody(AcDbObject& object, Head& head) {
     marker_.clear();
     keptMarker_.clear();
     subclass = {};
-    inXdata_ = embedded_ = false;
+    inXdata_ = embedded_ = misplaced_ = false;
     auto* keptObject = dynamic_cast<KeptObject*>(&object);
     keptEntity_ = dynamic_cast<KeptEntity*>(&object);
     gathers_ = keptObject || keptEntity_;
@@ -114,9 +114,25 @@ void DrawingReader::takeData(AcDbObject& object, const Group& group) {
     // the mark in front of them, and are kept otherwise.
     if (gathers_) return gather(object, data);
     if (embedded_ && !embeddedTaken_) return keep(object, data);
-    const bool taken = object.inGroup(data, *this);
+    const bool taken = object.inGroup(data, *this) || takeMisplaced(object, data);
     if (group.code == 101) embedded_ = true, embeddedTaken_ = taken;
     if (!taken) keep(object, data);
+}
+
+// Some programs tell the layer and its like behind the marker of the entity's own class.
+bool DrawingReader::takeMisplaced(AcDbObject& object, const Group& group) {
+    const int code = group.code;
+    const bool common = code == 8 || code == 6 || code == 62 || code == 48 || code == 60 ||
+                        (code == 370 && version >= AcDb::kDHL_1015) ||
+                        (code == 420 && version >= AcDb::kDHL_1018);
+    if (!common || subclass.empty()) return false;
+    const auto* entity = AcDbEntity::cast(&object);
+    if (!entity || !(misplaced_ || entity->layerId().isNull())) return false;
+    misplaced_ = true;
+    subclass = "AcDbEntity";
+    const bool taken = object.inGroup(group, *this);
+    subclass = marker_;
+    return taken;
 }
 
 // Objects without a class of their own are kept whole. Of entities, what all entities have is taken.

@@ -30,23 +30,30 @@ bool isTablePart(const AcDbObject& object) {
 DrawingWriter::DrawingWriter(AcDbDatabase& database, AcDb::AcDbDwgVersion version, GroupSink& head,
                              GroupSink& body, const FileProgress& progress)
     : database_(database), version_(version), head_(head), body_(body), out_(&body), progress_(progress) {
-    if (old()) filter_ = std::make_unique<OldCodes>(body), out_ = filter_.get();
-    for (GroupWriter* writer : {static_cast<GroupWriter*>(&head_), static_cast<GroupWriter*>(&body_), out_})
-        writer->database = &database, writer->version = version;
+    if (old()) codes_ = std::make_unique<OldCodes>(body), out_ = codes_.get();
+    if (version < AcDb::kDHL_1015 && version < database.originalFileVersion()) {
+        names_.emplace(database);
+        bodyNames_ = std::make_unique<NameFilter>(*names_, *out_), out_ = bodyNames_.get();
+        headNames_ = std::make_unique<NameFilter>(*names_, head);
+        losses_.add("name", "names", "shortened or spelt in other characters", names_->changed());
+    }
+    for (GroupWriter* writer :
+         {static_cast<GroupWriter*>(&head_), static_cast<GroupWriter*>(&body_), out_, headNames_.get()})
+        if (writer) writer->database = &database, writer->version = version;
     lastHandle_ = std::uint64_t(database.handseed()) - 1;
     total_ = std::max<size_t>(1, database.stubs().size());
 }
 
 void DrawingWriter::run() {
     countClasses();
-    if (version_ >= AcDb::kDHL_1015) references_ = database_.blockReferences();
+    if (version_ >= AcDb::kDHL_1015) references_ = database_.blockReferences(), foreseeReferences();
     writeTables();
     writeBlocks();
     writeEntities();
     if (!old())
         writeObjects();
-    else if (database_.originalFileVersion() > version_)
-        lose("dictionaries and the objects in them");
+    else
+        tellObjects();
     writeKeptSections();
     body_.text(0, std::string_view("EOF"));
     writeHeader();
@@ -65,7 +72,7 @@ void DrawingWriter::writeTables() {
     for (const KeptSection& kept : database_.keptSections()) {
         if (kept.name != "TABLES") continue;
         if (old())
-            lose("unknown tables");
+            losses_.add("unknown table", "unknown tables", "left out");
         else
             for (const Group group : kept.groups) body_.write(group);
     }
@@ -104,7 +111,8 @@ void DrawingWriter::writeBlocks() {
         if (!block || block->isErased()) continue;
         const bool inEntities = id == database_.modelSpaceId() || id == activeSheet();
         if (old() && (inEntities || block->isPaperSpace())) {
-            if (!inEntities && !block->entities().empty()) lose("layouts beyond the first");
+            if (!inEntities && !block->entities().empty())
+                losses_.add("layout beyond the first", "layouts beyond the first", "left out");
             continue;
         }
         if (const auto* begin = behind<AcDbObject>(block->blockBegin())) writeObject(*begin);
@@ -128,9 +136,9 @@ void DrawingWriter::writeEntities() {
     endSection();
 }
 
-// In the order of the handles, which is the same after every reading.
-void DrawingWriter::writeObjects() {
-    beginSection("OBJECTS");
+// The objects behind the root dictionary, in the order of the handles, which is the same after every
+// reading.
+std::vector<AcDbObjectId> DrawingWriter::plainObjects() const {
     std::vector<AcDbObjectId> ids;
     const AcDbObjectId root = database_.namedObjectsDictionaryId();
     for (const IdStub& stub : database_.stubs()) {
@@ -139,9 +147,22 @@ void DrawingWriter::writeObjects() {
         if (!AcDbEntity::cast(object) && !isTablePart(*object)) ids.push_back(object->objectId());
     }
     std::sort(ids.begin(), ids.end());
+    return ids;
+}
+
+void DrawingWriter::writeObjects() {
+    beginSection("OBJECTS");
+    const AcDbObjectId root = database_.namedObjectsDictionaryId();
     if (const auto* dictionary = behind<AcDbObject>(root)) writeObject(*dictionary);
-    for (AcDbObjectId id : ids) writeObject(*behind<AcDbObject>(id));
+    for (AcDbObjectId id : plainObjects()) writeObject(*behind<AcDbObject>(id));
     endSection();
+}
+
+// A drawing that came without dictionaries has none of its own to lose.
+void DrawingWriter::tellObjects() {
+    if (database_.originalFileVersion() <= version_) return;
+    losses_.add("object of the dictionaries", "objects of the dictionaries", "left out",
+                long(plainObjects().size()));
 }
 
 void DrawingWriter::writeKeptSections() {
@@ -149,21 +170,15 @@ void DrawingWriter::writeKeptSections() {
         if (kept.name == "TABLES") continue;
         const bool tooNew = old() || (kept.name == "ACDSDATA" && version_ < AcDb::kDHL_1027);
         if (tooNew) {
-            lose("the section " + kept.name);
+            // Thumbnails show the drawing as it was; solids that lose their data are told one by one.
+            if (kept.name != "THUMBNAILIMAGE" && kept.name != "ACDSDATA")
+                losses_.add("section " + kept.name, "sections " + kept.name, "left out");
             continue;
         }
         beginSection(kept.name);
         for (const Group group : kept.groups) body_.write(group);
         endSection();
     }
-}
-
-std::vector<std::string> DrawingWriter::losses() const {
-    std::vector<std::string> sentences;
-    for (const auto& [what, count] : lost_)
-        sentences.push_back(versionName(version_) + " can't hold " + what + " (" + std::to_string(count) +
-                            "); left out");
-    return sentences;
 }
 
 void DrawingWriter::step() {

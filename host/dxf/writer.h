@@ -2,8 +2,12 @@
 // handles, owners, reactors, xdata, parts) and the order of the file is told here.
 #pragma once
 #include <map>
+#include <optional>
 
 #include "host/dxf/dxf.h"
+#include "host/dxf/losses.h"
+#include "host/dxf/old_names.h"
+#include "host/dxf/old_polyline.h"
 #include "host/dxf/sink.h"
 #include "host/dxf/tables.h"
 
@@ -21,7 +25,7 @@ public:
                   const FileProgress& progress);
     void run();
     // What the version couldn't hold, a sentence a kind.
-    std::vector<std::string> losses() const;
+    std::vector<std::string> losses() const { return losses_.sentences(); }
 
 private:
     void writeTables();
@@ -29,6 +33,8 @@ private:
     void writeBlocks();
     void writeEntities();
     void writeObjects();
+    void tellObjects();
+    std::vector<AcDbObjectId> plainObjects() const;
     void writeKeptSections();
     void writeHeader();
     void writeVariable(const HeaderVariable& variable);
@@ -45,12 +51,26 @@ private:
     void writeTies(const AcDbObject& object);
     void writeXdata(const AcDbObject& object);
     void writeReferences(const AcDbBlockTableRecord& block);
-    void writePartHead(const char* kind, AcDbObjectId whole, const GroupList& common);
-    void writeOldPolyline(const AcDbEntity& polyline);
-    bool isHeld(const AcDbObject& entity);
+
+    // What the version lacks, in writer_old.cpp. The first of what comes of an entity has its handle and
+    // xdata; those that write nothing give false.
+    bool holds(const AcDbEntity& entity) const;
+    void tellColors(const AcDbEntity& entity);
+    void writeOlder(const AcDbEntity& entity);
+    void writeOldViewport(const AcDbEntity& entity);
+    void foreseeReferences();
+    bool writeHelix(const AcDbEntity& entity);
+    bool writeExploded(const AcDbEntity& entity);
+    bool writeReference(const AcDbEntity& entity);
+    bool writePicture(const AcDbEntity& entity);
+    std::uint64_t writeNewHead(const char* kind, const AcDbEntity& whole, bool first);
+    void writePart(AcDbEntity& part, const AcDbEntity& whole, bool first);
+    void writePolyline(const OldPolyline& polyline, const AcDbEntity& whole, bool first);
+    void writeSubhead(const char* kind, std::uint64_t whole, const GroupList& common);
+    double reach();
+
     void beginSection(std::string_view name);
     void endSection() { out_->text(0, std::string_view("ENDSEC")); }
-    void lose(const std::string& what) { ++lost_[what]; }
     void step();
     std::uint64_t freshHandle() { return highestWritten_ = ++lastHandle_; }
     std::uint64_t nextHandle() const { return (old() ? highestWritten_ : lastHandle_) + 1; }
@@ -61,13 +81,15 @@ private:
     AcDbDatabase& database_;
     AcDb::AcDbDwgVersion version_;
     GroupSink &head_, &body_;
-    std::unique_ptr<GroupWriter> filter_; // for R12
+    std::optional<OldNames> names_; // for versions before R2000
+    std::unique_ptr<GroupWriter> codes_, bodyNames_, headNames_;
     GroupWriter* out_;
     const FileProgress& progress_;
     std::map<AcDbObjectId, std::vector<AcDbObjectId>> references_;
     std::map<std::string, int> counts_;    // of objects by their names in files
     std::vector<const AcRxClass*> custom_; // classes of modules, in the order of their names
-    std::map<std::string, long> lost_;
+    Losses losses_;
+    double reach_ = 0;
     std::uint64_t lastHandle_ = 0; // the highest that is taken
     std::uint64_t highestWritten_ = 0;
     size_t written_ = 0, total_ = 1;

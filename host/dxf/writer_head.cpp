@@ -22,7 +22,7 @@ bool DrawingWriter::knows(const HeaderVariable& variable) const {
 }
 
 void DrawingWriter::writeHeader() {
-    out_ = &head_;
+    out_ = headNames_ ? headNames_.get() : &head_;
     beginSection("HEADER");
     const auto has = [&](const char* name) { return database_.headerValue(name) != nullptr; };
     const auto add = [&](const char* name) { writeVariable({name, {}}); };
@@ -38,14 +38,14 @@ void DrawingWriter::writeHeader() {
 // Version, code page and handles are told as they are in the file that is being written.
 void DrawingWriter::writeVariable(const HeaderVariable& variable) {
     const std::string& name = variable.name;
-    head_.text(9, name);
-    if (name == "$ACADVER") return head_.text(1, versionMark(version_));
-    if (name == "$DWGCODEPAGE") return head_.text(3, codePageFor(database_, version_));
-    if (name == "$HANDSEED") return head_.handle(5, nextHandle());
-    if (name == "$HANDLING" && old()) return head_.integer(70, 1);
+    out_->text(9, name);
+    if (name == "$ACADVER") return out_->text(1, versionMark(version_));
+    if (name == "$DWGCODEPAGE") return out_->text(3, codePageFor(database_, version_));
+    if (name == "$HANDSEED") return out_->handle(5, nextHandle());
+    if (name == "$HANDLING" && old()) return out_->integer(70, 1);
     if (name == "$ACADMAINTVER")
-        return head_.integer(version_ >= AcDb::kDHL_1032 ? 90 : 70, database_.headerInteger(name, 0));
-    for (const Group group : variable.value) head_.write(group);
+        return out_->integer(version_ >= AcDb::kDHL_1032 ? 90 : 70, database_.headerInteger(name, 0));
+    for (const Group group : variable.value) out_->write(group);
 }
 
 void DrawingWriter::countClasses() {
@@ -67,6 +67,7 @@ void DrawingWriter::countClasses() {
 
 // The file's own rows, then rows for what has come into the drawing since.
 void DrawingWriter::writeClasses() {
+    out_ = &head_;
     beginSection("CLASSES");
     std::vector<FileClass> rows = database_.fileClasses();
     const auto named = [&](std::string_view name) {

@@ -95,19 +95,11 @@ void DrawingWriter::writeReferences(const AcDbBlockTableRecord& block) {
     out_->text(102, std::string_view("}"));
 }
 
-bool DrawingWriter::isHeld(const AcDbObject& entity) {
-    if (!old()) return true;
-    const std::string kind = entity.dxfName();
-    if (isOldKind(kind)) return true;
-    lose("entities of the kind " + kind);
-    return false;
-}
-
 void DrawingWriter::writeEntity(AcDbObjectId id) {
     const auto* entity = behind<AcDbEntity>(id);
     if (!entity || entity->isErased()) return;
-    if (version_ < AcDb::kDHL_1014 && entity->dxfName() == "LWPOLYLINE") return writeOldPolyline(*entity);
-    if (!isHeld(*entity)) return;
+    if (version_ < AcDb::kDHL_1018) tellColors(*entity);
+    if (!holds(*entity)) return writeOlder(*entity);
     writeObject(*entity);
     writeParts(*entity);
 }

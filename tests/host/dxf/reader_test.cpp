@@ -271,7 +271,7 @@ TEST(Reader, LightPolylinesBecomeOldOnesForOldVersions) {
         ASSERT_EQ(old.model().size(), 1u);
         EXPECT_EQ(old.model()[0]->dxfName(), "POLYLINE");
         EXPECT_EQ(std::uint64_t(old.model()[0]->objectId().handle()), 0x50u);
-        EXPECT_EQ(old.model()[0]->layerName(), L"Rim");
+        EXPECT_EQ(old.model()[0]->layerName(), L"RIM"); // capitals before R2000
         std::vector<AcDbObjectId> parts;
         old.model()[0]->ownedParts(parts);
         EXPECT_EQ(parts.size(), 4u);

@@ -1,0 +1,171 @@
+// Saving as an older version: what it can't hold becomes what it can, is told, and the open drawing
+// stays as it is.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <sstream>
+
+#include <unistd.h>
+
+#include "helpers.h"
+#include "host/os/text.h"
+
+using namespace host;
+using namespace dxftest;
+
+namespace {
+
+struct Saved {
+    std::string bytes;
+    std::vector<std::string> losses;
+};
+
+Saved savedAs(AcDbDatabase& database, AcDb::AcDbDwgVersion version) {
+    const auto file =
+        std::filesystem::temp_directory_path() / ("corvane-versions-" + std::to_string(getpid()));
+    WriteOptions options;
+    options.version = version;
+    Saved saved;
+    const WriteReport report = writeDrawing(file, database, options);
+    EXPECT_TRUE(report.ok) << report.message;
+    saved.bytes = contents(file);
+    saved.losses = report.losses;
+    std::filesystem::remove(file);
+    return saved;
+}
+
+long countOf(const Read& read, const std::string& kind) {
+    const auto all = read.model();
+    return std::count_if(all.begin(), all.end(), [&](const AcDbEntity* e) { return e->dxfName() == kind; });
+}
+
+// The values of the groups of one code in an object and its parts, in order.
+std::vector<double> reals(const std::string& bytes, const std::string& kind, int code) {
+    std::vector<double> found;
+    std::istringstream in(bytes);
+    std::string number, value, now;
+    while (std::getline(in, number) && std::getline(in, value)) {
+        if (std::stoi(number) == 0) now = value;
+        if (now == kind && std::stoi(number) == code) found.push_back(std::stod(value));
+    }
+    return found;
+}
+
+Codes entity(const std::string& kind, const std::string& handle, const std::string& marker,
+             const Codes& rest) {
+    Codes groups = {{0, kind}, {5, handle}, {100, "AcDbEntity"}, {8, "0"}, {100, marker}};
+    groups.insert(groups.end(), rest.begin(), rest.end());
+    return groups;
+}
+
+const Codes kEllipse = entity("ELLIPSE", "A1", "AcDbEllipse",
+                              {{10, "5"},
+                               {20, "0"},
+                               {30, "0"},
+                               {11, "4"},
+                               {21, "0"},
+                               {31, "0"},
+                               {40, "0.5"},
+                               {41, "0"},
+                               {42, "6.283185307179586"}});
+
+} // namespace
+
+TEST(OlderVersions, EachKindBecomesWhatR12Knows) {
+    const struct {
+        Codes groups;
+        const char *kind, *sentence;
+        long count;
+    } rows[] = {
+        {kEllipse, "POLYLINE", "1 ellipse was written as polylines", 1},
+        {entity("SPLINE", "A1", "AcDbSpline",
+                {{70, "8"},
+                 {71, "2"},
+                 {72, "6"},
+                 {73, "3"},
+                 {40, "0"},
+                 {40, "0"},
+                 {40, "0"},
+                 {40, "1"},
+                 {40, "1"},
+                 {40, "1"},
+                 {10, "0"},
+                 {20, "0"},
+                 {30, "0"},
+                 {10, "5"},
+                 {20, "8"},
+                 {30, "3"},
+                 {10, "9"},
+                 {20, "0"},
+                 {30, "0"}}),
+         "POLYLINE", "1 spline was written as polylines", 1},
+        {entity("MTEXT", "A1", "AcDbMText",
+                {{10, "0"}, {20, "0"}, {30, "0"}, {40, "2"}, {71, "1"}, {1, "one\\Ptwo"}}),
+         "TEXT", "1 multiline text was written as texts", 2},
+        {entity("XLINE", "A1", "AcDbXline",
+                {{10, "1"}, {20, "2"}, {30, "0"}, {11, "1"}, {21, "0"}, {31, "0"}}),
+         "LINE", "1 construction line was written as lines", 1},
+        {entity("THING", "A1", "MyThing", {{40, "1"}}), "THING", "1 entity of the kind THING was left out",
+         0},
+    };
+    for (const auto& row : rows) {
+        Read read(drawing(row.groups, "AC1032"));
+        const std::string before = drawingBytes(read.database);
+        const Saved saved = savedAs(read.database, AcDb::kDHL_1009);
+        EXPECT_NE(std::find(saved.losses.begin(), saved.losses.end(), row.sentence), saved.losses.end())
+            << row.sentence;
+        Read back(saved.bytes);
+        EXPECT_EQ(countOf(back, row.kind), row.count) << row.sentence;
+        EXPECT_EQ(back.model().size(), size_t(row.count)) << row.sentence;
+        EXPECT_EQ(drawingBytes(read.database), before) << row.sentence;
+        // What came of it is R12 for good: saved again it is the same.
+        EXPECT_EQ(drawingBytes(back.database), saved.bytes) << row.sentence;
+        if (row.count == 0) continue;
+        EXPECT_EQ(std::uint64_t(back.model()[0]->objectId().handle()), 0xA1u) << row.sentence;
+    }
+}
+
+TEST(OlderVersions, AnEllipseKeepsItsShape) {
+    Read read(drawing(kEllipse, "AC1032"));
+    const std::string bytes = savedAs(read.database, AcDb::kDHL_1009).bytes;
+    const auto x = reals(bytes, "VERTEX", 10), y = reals(bytes, "VERTEX", 20);
+    ASSERT_GT(x.size(), 32u);
+    ASSERT_EQ(x.size(), y.size());
+    double area = 0;
+    for (size_t i = 0; i < x.size(); ++i) {
+        EXPECT_NEAR(std::hypot((x[i] - 5) / 4, y[i] / 2), 1, 1e-9);
+        const size_t next = (i + 1) % x.size();
+        area += (x[i] * y[next] - x[next] * y[i]) / 2;
+    }
+    EXPECT_NEAR(std::fabs(area), M_PI * 4 * 2, 0.01);
+}
+
+TEST(OlderVersions, NamesAreShortenedApart) {
+    const std::string stem = "A layer with a very long name indeed";
+    Codes groups;
+    for (const std::string& layer : {stem + " one", stem + " two", std::string("walls")})
+        groups.insert(groups.end(),
+                      {{0, "LINE"}, {100, "AcDbEntity"}, {8, layer}, {100, "AcDbLine"}, {10, "1"}});
+    Read read(drawing(groups, "AC1032"));
+    const Saved saved = savedAs(read.database, AcDb::kDHL_1014);
+    Read back(saved.bytes);
+    std::set<std::wstring> layers;
+    for (const AcDbEntity* line : back.model()) layers.insert(line->layerName());
+    EXPECT_EQ(layers, (std::set<std::wstring>{L"A_LAYER_WITH_A_VERY_LONG_NAME_I",
+                                              L"A_LAYER_WITH_A_VERY_LONG_NAME_2", L"WALLS"}));
+    EXPECT_EQ(saved.losses, std::vector<std::string>{"2 names were shortened or spelt in other characters"});
+}
+
+TEST(OlderVersions, TrueColoursBecomeTheNearestOfTheIndex) {
+    Read read(
+        drawing({{0, "LINE"}, {100, "AcDbEntity"}, {8, "0"}, {420, "16711682"}, {100, "AcDbLine"}, {10, "1"}},
+                "AC1032"));
+    const Saved saved = savedAs(read.database, AcDb::kDHL_1015);
+    EXPECT_EQ(saved.losses,
+              std::vector<std::string>{"1 true colour was written as the nearest of the 255 colours"});
+    Read back(saved.bytes);
+    ASSERT_EQ(back.model().size(), 1u);
+    EXPECT_EQ(back.model()[0]->colorIndex(), 1); // red
+    EXPECT_FALSE(back.model()[0]->color().isByColor());
+}
