@@ -18,7 +18,7 @@ namespace kinds {
 class Context : public host::ReadContext {
 public:
     std::vector<std::string> repairs;
-    explicit Context(AcDbDatabase* of, std::uint64_t = 0) { database = of; }
+    explicit Context(AcDbDatabase* of) { database = of; }
     AcDbObjectId id(std::uint64_t handle) override {
         AcDbObjectId found;
         if (database) database->getAcDbObjectId(found, false, AcDbHandle(handle));
