@@ -57,7 +57,10 @@ struct ClosestPointFinder::Search {
     double bound = 0; // squared distance that a piece has to beat
 };
 
-ClosestPointFinder::ClosestPointFinder(const Nurbs& curve) : curve_(curve), pieces_(bezierPieces(curve)) {
+// Everything is measured from the first pole: far from the origin the places compared keep their digits.
+ClosestPointFinder::ClosestPointFinder(const Nurbs& curve)
+    : base_(curve.poles[0] - AcGePoint3d(0, 0, 0)),
+      curve_(transformed(curve, AcGeMatrix3d::translation(-base_))), pieces_(bezierPieces(curve_)) {
     boxes_.resize(pieces_.size());
     for (size_t i = 0; i < pieces_.size(); ++i)
         for (size_t k = 0; k < pieces_[i].poles.size(); ++k) boxes_[i].addPoint(pieces_[i].pole(k));
@@ -102,7 +105,8 @@ void ClosestPointFinder::descend(Search& search, const BezierPiece& piece, int d
     descend(search, h.second, depth - 1);
 }
 
-NurbsClosest ClosestPointFinder::closestTo(const AcGePoint3d& point) const {
+NurbsClosest ClosestPointFinder::closestTo(const AcGePoint3d& given) const {
+    const AcGePoint3d point = given - base_;
     Search search{point, {}, 0};
     search.best.distance = std::numeric_limits<double>::infinity();
     offer(search, curve_.start());
@@ -124,6 +128,7 @@ NurbsClosest ClosestPointFinder::closestTo(const AcGePoint3d& point) const {
         descend(search, aboutPoint(pieces_[i], point), kDepth);
     }
     offer(search, polish(point, search.best.param));
+    search.best.point += base_;
     return search.best;
 }
 

@@ -53,6 +53,7 @@ private:
     void offer(Search& search, double param) const;
     double polish(const AcGePoint3d& point, double param) const;
 
+    AcGeVector3d base_;
     Nurbs curve_;
     std::vector<BezierPiece> pieces_;
     std::vector<AcDbExtents> boxes_;
