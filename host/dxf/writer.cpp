@@ -42,6 +42,8 @@ DrawingWriter::DrawingWriter(AcDbDatabase& database, AcDb::AcDbDwgVersion versio
         if (writer) writer->database = &database, writer->version = version;
     lastHandle_ = std::uint64_t(database.handseed()) - 1;
     total_ = std::max<size_t>(1, database.stubs().size());
+    database.undoLog().commit();
+    changed_ = database.undoLog().undoSteps() > 0;
 }
 
 void DrawingWriter::run() {

@@ -38,6 +38,7 @@ private:
     void writeKeptSections();
     void writeHeader();
     void writeVariable(const HeaderVariable& variable);
+    bool writeExtents(const std::string& variable);
     void writeClasses();
     void writeClass(const FileClass& row);
     void countClasses();
@@ -90,6 +91,8 @@ private:
     std::vector<const AcRxClass*> custom_; // classes of modules, in the order of their names
     Losses losses_;
     double reach_ = 0;
+    bool changed_ = false;         // since the drawing was read
+    AcDbExtents extents_;          // of model space, when it has changed
     std::uint64_t lastHandle_ = 0; // the highest that is taken
     std::uint64_t highestWritten_ = 0;
     size_t written_ = 0, total_ = 1;

@@ -8,6 +8,21 @@
 
 namespace host::dxf {
 
+namespace {
+
+AcDbExtents measuredModel(const AcDbDatabase& database) {
+    AcDbExtents all;
+    const auto* model = behind<AcDbBlockTableRecord>(database.modelSpaceId());
+    for (AcDbObjectId id : model ? model->entities() : std::vector<AcDbObjectId>()) {
+        const auto* entity = behind<AcDbEntity>(id);
+        AcDbExtents one;
+        if (entity && !entity->isErased() && entity->getGeomExtents(one) == Acad::eOk) all.addExt(one);
+    }
+    return all;
+}
+
+} // namespace
+
 std::string codePageFor(const AcDbDatabase& database, AcDb::AcDbDwgVersion version) {
     const std::string own = utf8(database.headerText("$DWGCODEPAGE"));
     const bool serves = !own.empty() && (holdsUtf8(version) || !CodePage(own).isUtf8());
@@ -19,6 +34,16 @@ bool DrawingWriter::knows(const HeaderVariable& variable) const {
     const AcDb::AcDbDwgVersion origin = database_.originalFileVersion();
     if (variable.name == "$HANDLING" && !old() && origin <= AcDb::kDHL_1009) return false;
     return version_ >= origin || knowsVariable(version_, variable.name);
+}
+
+// The extents of a drawing that has changed, as they are now. One that hasn't, or whose changes have all
+// been undone, keeps what its file told.
+bool DrawingWriter::writeExtents(const std::string& variable) {
+    const bool low = variable == "$EXTMIN";
+    if (!changed_ || (!low && variable != "$EXTMAX")) return false;
+    if (low || !extents_.isValid()) extents_ = measuredModel(database_);
+    out_->point(10, low ? extents_.minPoint() : extents_.maxPoint());
+    return true;
 }
 
 void DrawingWriter::writeHeader() {
@@ -45,6 +70,7 @@ void DrawingWriter::writeVariable(const HeaderVariable& variable) {
     if (name == "$HANDLING" && old()) return out_->integer(70, 1);
     if (name == "$ACADMAINTVER")
         return out_->integer(version_ >= AcDb::kDHL_1032 ? 90 : 70, database_.headerInteger(name, 0));
+    if (writeExtents(name)) return;
     for (const Group group : variable.value) out_->write(group);
 }
 

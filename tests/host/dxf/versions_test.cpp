@@ -169,3 +169,26 @@ TEST(OlderVersions, TrueColoursBecomeTheNearestOfTheIndex) {
     EXPECT_EQ(back.model()[0]->colorIndex(), 1); // red
     EXPECT_FALSE(back.model()[0]->color().isByColor());
 }
+
+TEST(Extents, FollowTheDrawingWhenItChanges) {
+    const std::string told =
+        "9\n$EXTMIN\n 10\n-5.0\n 20\n-5.0\n 30\n0.0\n  9\n$EXTMAX\n 10\n5.0\n 20\n5.0\n 30\n0.0\n";
+    std::string bytes =
+        drawing({{0, "LINE"}, {8, "0"}, {10, "1"}, {20, "2"}, {11, "7"}, {21, "4"}}, "AC1009");
+    bytes.insert(bytes.find("0\nENDSEC"), told);
+    Read read(bytes);
+    const auto has = [&](const std::string& text) {
+        return drawingBytes(read.database).find(text) != std::string::npos;
+    };
+    EXPECT_TRUE(has(told)); // the file's own word while nothing has changed
+    const std::string before = drawingBytes(read.database);
+    {
+        AcDbObjectPointer<AcDbEntity> line(read.model()[0]->objectId(), AcDb::kForWrite);
+        ASSERT_TRUE(line);
+        line->transformBy(AcGeMatrix3d::translation(AcGeVector3d(10, 0, 0)));
+    }
+    EXPECT_TRUE(has("$EXTMIN\n 10\n11.0\n 20\n2.0\n"));
+    EXPECT_TRUE(has("$EXTMAX\n 10\n17.0\n 20\n4.0\n"));
+    read.database.undoLog().undo();
+    EXPECT_EQ(drawingBytes(read.database), before);
+}
