@@ -15,7 +15,8 @@ namespace host {
 using FileProgress = std::function<bool(double)>;
 
 struct ReadOptions {
-    // A broken file: keep what stands before the fault instead of refusing the file.
+    // A broken file: keep what stands before the fault instead of refusing the file; then take out
+    // references that lead nowhere, and those by which blocks contain themselves. Each is noted.
     bool recover = false;
     FileProgress progress;
 };

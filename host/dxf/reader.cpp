@@ -7,7 +7,7 @@ namespace host::dxf {
 
 DrawingReader::DrawingReader(std::string_view bytes, AcDbDatabase& into, const ReadOptions& options,
                              ReadReport& report)
-    : report_(report), stream_(bytes, options.progress), names_(into, stream_) {
+    : report_(report), recover_(options.recover), stream_(bytes, options.progress), names_(into, stream_) {
     database = &into;
     const FileHead head = lookAtHead(bytes);
     version = head.version == AcDb::kDHL_Unknown ? AcDb::kDHL_1009 : head.version;

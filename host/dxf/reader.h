@@ -94,10 +94,14 @@ private:
     void claim(AcDbObjectId orphan, AcDbObjectId owner);
     bool leadsWell(const AcDbDictionary::Entry& entry, bool root) const;
     void dropDeadEntries();
+    void mend();
+    void mendReferences(AcDbObject& object);
+    void openCycle(AcDbObjectId block);
     void settleVersion();
     void note(const std::string& sentence, bool fixed, long line = 0);
 
     ReadReport& report_;
+    bool recover_;
     GroupStream stream_;
     NameBook names_;
     EntityFactory factory_;

@@ -16,6 +16,7 @@ void DrawingReader::finish() {
     dropDeadEntries();
     settleVersion();
     for (const std::string& sentence : database->complete()) note(sentence, true);
+    if (recover_) mend();
     reviveKeptObjects(*database);
     if (const long texts = stream_.decoder().misdeclared())
         note(std::to_string(texts) + " texts aren't in the code page that the file declares", true);
@@ -69,13 +70,13 @@ bool DrawingReader::leadsWell(const AcDbDictionary::Entry& entry, bool root) con
 }
 
 // Entries that lead nowhere: of the root, where they would hide what is made in their place; and of
-// all dictionaries when a fault has cut off the objects they led to.
+// all dictionaries when the drawing is recovered.
 void DrawingReader::dropDeadEntries() {
     for (const IdStub& stub : database->stubs()) {
         auto* dictionary = stub.object ? AcDbDictionary::cast(stub.object) : nullptr;
         if (!dictionary) continue;
         const bool root = dictionary->objectId() == database->namedObjectsDictionaryId();
-        if (!root && report_.message.empty()) continue;
+        if (!root && !recover_) continue;
         for (const AcDbDictionary::Entry& entry : std::vector(dictionary->entries())) {
             if (leadsWell(entry, root)) continue;
             AcDbObjectPointer<AcDbDictionary> opened(dictionary->objectId(), AcDb::kForWrite);

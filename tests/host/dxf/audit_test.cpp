@@ -102,6 +102,30 @@ TEST(Audit, FindsDuplicateNamesAndMissingOwners) {
     EXPECT_EQ(found[1].handle, 0x51u);
 }
 
+// What recovery can put right is right afterwards, and told.
+TEST(Recovery, MendsWhatAnAuditFinds) {
+    const struct {
+        std::string bytes;
+        const char* note;
+    } rows[] = {
+        {contents(drawingsFolder() / "gis-insert-recursive-pair.dxf"), "put a block into itself"},
+        {contents(drawingsFolder() / "husky-traced.dxf"), "of a dictionary led nowhere"},
+        {drawing(entity("LINE", "90", "AcDbLine", {{10, "1"}, {390, "ABC"}})), "group 390 led to ABC"},
+    };
+    ReadOptions options;
+    options.recover = true;
+    for (const auto& row : rows) {
+        EXPECT_FALSE(findings(row.bytes).empty()) << row.note;
+        Read mended(row.bytes, options);
+        ASSERT_TRUE(mended.report.ok) << row.note;
+        EXPECT_TRUE(mended.noted(row.note)) << row.note;
+        for (const AuditFinding& left : audit(mended.database))
+            ADD_FAILURE() << row.note << ": " << left.sentence;
+        Read again(drawingBytes(mended.database));
+        EXPECT_TRUE(audit(again.database).empty()) << row.note;
+    }
+}
+
 TEST(Summary, CountsWhatStandsInTheDrawing) {
     Read read(drawing({{0, "LINE"},
                        {8, "Walls"},
