@@ -340,3 +340,54 @@ TEST(Brackets, AGroupIsOneStepAndALockIsGivenBack) {
     }
     EXPECT_EQ(AcAp::kNotLocked, acDocManagerPtr()->curDocument()->lockMode(true));
 }
+
+TEST(Views, TheWindowStandsRoundTheViewsCentreInWorldCoordinates) {
+    Drawing drawing;
+    drawing.run(L"ZOOM\nW\n0,0\n160,90\n");
+    AcGePoint3d low, high;
+    ViewWindow(low, high);
+    EXPECT_NEAR(80, (low.x + high.x) / 2, 1e-9);
+    EXPECT_NEAR(45, (low.y + high.y) / 2, 1e-9);
+    // The window that was asked for is shown whole, in the screen's proportions.
+    EXPECT_NEAR(90, high.y - low.y, 0.1);
+    EXPECT_NEAR((high.y - low.y) * 1920 / 1080, high.x - low.x, 1e-9);
+    AcGePoint3d activeLow, activeHigh;
+    ActiveViewWindow(activeLow, activeHigh);
+    EXPECT_NEAR(80, (activeLow.x + activeHigh.x) / 2, 1e-9);
+    EXPECT_NEAR(high.y - low.y, activeHigh.y - activeLow.y, 1e-9);
+}
+
+TEST(Coordinates, GoThroughTheUcsAndBack) {
+    Drawing drawing;
+    drawing.database().setHeaderPoint("$UCSORG", {10, 20, 30});
+    drawing.database().setHeaderPoint("$UCSXDIR", {0, 1, 0});
+    drawing.database().setHeaderPoint("$UCSYDIR", {-1, 0, 0});
+    AcGePoint3d point(1, 2, 3);
+    UcsToWcs(point);
+    EXPECT_LT(point.distanceTo({8, 21, 33}), 1e-12);
+    WcsToUcs(point);
+    EXPECT_LT(point.distanceTo({1, 2, 3}), 1e-12);
+    // What is typed counts in the UCS, what is drawn in the world.
+    drawing.run(L"POINT\n1,0\n");
+    AcDbObjectPointer<AcDbPoint> drawn(drawing.only<AcDbPoint>(), AcDb::kForRead);
+    EXPECT_LT(drawn->position().distanceTo({10, 21, 30}), 1e-12);
+}
+
+TEST(CurveServices, BulgedPolylinesStandBesideTheirReference) {
+    Drawing drawing;
+    const AcGePoint3d points[] = {{0, 0, 4}, {10, 0, 4}, {10, 5, 4}};
+    const double bulges[] = {1, 0, 0.5};
+    AcDbObjectId id;
+    ASSERT_EQ(Acad::eOk, MakeBulgedPolyline(id, 3, points, bulges, true));
+    AcDbObjectPointer<AcDbPolyline> polyline(id, AcDb::kForRead);
+    double bulge = 0;
+    polyline->getBulgeAt(2, bulge);
+    EXPECT_EQ(0.5, bulge);
+    EXPECT_EQ(4, polyline->elevation());
+    EXPECT_TRUE(polyline->isClosed());
+    double width = -1;
+    EXPECT_EQ(Acad::eOk, polyline->getConstantWidth(width));
+    EXPECT_EQ(0, width) << "the default width, never -1";
+    EXPECT_THAT(drawing.bytes(), testing::Not(HasSubstr(" 40\n-1.0\n")));
+    EXPECT_EQ(Acad::eInvalidInput, MakeBulgedPolyline(id, 1, points, bulges, true));
+}
