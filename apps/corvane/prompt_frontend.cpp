@@ -3,6 +3,7 @@
 #include "apps/corvane/prompt_frontend.h"
 
 #include <editline/readline.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -23,13 +24,26 @@ namespace app {
 namespace {
 
 constexpr size_t kMostHistory = 1000;
+constexpr int kControlC = 3;
 
 // The line editor calls back without a word of its own, so these stand alone.
 std::vector<std::string> candidates;      // for completion
 bool namesFiles = false;                  // complete file names instead
-volatile std::sig_atomic_t stopAsked = 0; // Ctrl-C: ends the line, or the work of a command
+volatile std::sig_atomic_t stopAsked = 0; // Ctrl-C while a command worked
+
+bool escaped = false; // Ctrl-C ended the line
 
 void onInterrupt(int) { stopAsked = 1; }
+int onControlC(int, int) {
+    escaped = true;
+    rl_done = 1;
+    return 0;
+}
+bool takeStop() {
+    const bool asked = stopAsked;
+    stopAsked = 0;
+    return asked;
+}
 
 char* nextCandidate(const char* start, int state) {
     static size_t at = 0;
@@ -75,6 +89,7 @@ void startLineEditor() {
     rl_readline_name = "corvane";
     rl_initialize();
     rl_attempted_completion_function = complete;
+    rl_add_defun("corvane-escape", onControlC, kControlC);
     struct sigaction action {};
     action.sa_handler = onInterrupt;
     sigaction(SIGINT, &action, nullptr);
@@ -117,13 +132,44 @@ void PromptFrontEnd::remember(const std::string& line) {
     add_history(line.c_str());
 }
 
+namespace {
+
+// While a line is typed Ctrl-C is a key like others: the terminal sends no signal for it.
+class InterruptKey {
+public:
+    InterruptKey() {
+        known_ = tcgetattr(STDIN_FILENO, &former_) == 0;
+        termios changed = former_;
+        changed.c_cc[VINTR] = _POSIX_VDISABLE;
+        if (known_) tcsetattr(STDIN_FILENO, TCSANOW, &changed);
+    }
+    ~InterruptKey() {
+        if (known_) tcsetattr(STDIN_FILENO, TCSANOW, &former_);
+    }
+    InterruptKey(const InterruptKey&) = delete;
+    InterruptKey& operator=(const InterruptKey&) = delete;
+
+private:
+    termios former_{};
+    bool known_;
+};
+
+char* typedLine(const std::string& prompt) {
+    const InterruptKey key;
+    escaped = false;
+    rl_done = 0;
+    return readline(prompt.c_str());
+}
+
+} // namespace
+
 PromptFrontEnd::Line PromptFrontEnd::readLine(const std::string& prompt) {
     progress_.clear();
     transcript_.finishLine();
-    stopAsked = 0;
-    char* typed = readline(prompt.c_str());
-    if (stopAsked) {
-        stopAsked = 0;
+    // Pressed while a command worked, it cancels the command at its next prompt.
+    const bool stopped = takeStop();
+    char* typed = stopped ? nullptr : typedLine(prompt);
+    if (stopped || escaped) {
         std::free(typed);
         transcript_.print(L"*Cancel*\n");
         return {Line::Kind::escape, ""};
@@ -195,7 +241,7 @@ void PromptFrontEnd::open(const std::wstring& target) {
 
 bool PromptFrontEnd::progress(const std::wstring& caption, double share) {
     if (share >= 0) progress_.show(host::utf8(caption), share);
-    return !stopAsked;
+    return !takeStop();
 }
 
 bool PromptFrontEnd::confirmsEnd() {
