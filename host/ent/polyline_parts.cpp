@@ -42,7 +42,16 @@ AcDbObjectId OwnedParts::append(AcDbEntity& whole, AcDbEntity* part, AcDbObjectI
     const bool atEnd = after.isNull() || ids_.empty() || ids_.back() == after;
     const auto place = atEnd ? ids_.end() : std::find(ids_.begin(), ids_.end(), after);
     ids_.insert(place == ids_.end() ? place : place + 1, id);
+    addEndMark(whole, *database);
     return id;
+}
+
+void OwnedParts::addEndMark(AcDbEntity& whole, AcDbDatabase& database) {
+    if (!end_.isNull()) return;
+    auto* mark = new AcDbSequenceEnd;
+    mark->setPropertiesFrom(&whole);
+    end_ = database.append(mark, whole.objectId());
+    mark->close();
 }
 
 AcDbObjectId OwnedParts::insertFirst(AcDbEntity& whole, AcDbEntity* part) {
@@ -84,6 +93,7 @@ void OwnedParts::join(AcDbEntity& whole, AcDbDatabase& database) {
         resident->close();
     }
     waiting_.clear();
+    addEndMark(whole, database);
 }
 
 void OwnedParts::list(std::vector<AcDbObjectId>& parts) const {

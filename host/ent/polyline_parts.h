@@ -66,6 +66,8 @@ public:
     std::uint64_t state(std::uint64_t ownState) const;
 
 private:
+    // Files need a mark behind the last part; wholes that were made here get theirs with their first part.
+    void addEndMark(AcDbEntity& whole, AcDbDatabase& database);
     std::vector<AcDbObjectId> ids_;
     std::vector<std::unique_ptr<AcDbEntity>> waiting_;
     AcDbObjectId end_;

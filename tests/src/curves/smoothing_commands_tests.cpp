@@ -217,6 +217,22 @@ TEST(SplineFit, GivesACubicFitPolylineNearTheSource) {
     }
 }
 
+TEST(Smoothing, PolylinesWithVertexObjectsEndWithAMarkInFiles) {
+    // Other programs run on into the next entity where the mark is missing.
+    Drawing drawing;
+    drawing.addPolyline(wave(40, 100));
+    drawing.add3dPolyline(inSpace(wave(40, 50)));
+    drawing.run(L"PLYH3\nall\n\nPLYH\nall\n\n1\n\nmcopy\nall\n\n0,0\n9,9\n\n");
+    const std::string bytes = drawing.bytes();
+    const auto count = [&](const std::string& name) {
+        size_t found = 0;
+        for (size_t at = 0; (at = bytes.find("  0\n" + name + "\n", at)) != bytes.npos; ++at) ++found;
+        return found;
+    };
+    EXPECT_GE(count("POLYLINE"), 4u);
+    EXPECT_EQ(count("POLYLINE"), count("SEQEND"));
+}
+
 TEST(Project, LeavesTheSourceAndAddsItsPlan) {
     Drawing drawing;
     const AcDbObjectId tilted =
