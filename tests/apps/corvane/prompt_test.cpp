@@ -2,6 +2,7 @@
 #include <poll.h>
 #include <pty.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -48,7 +49,12 @@ public:
             shown_.append(bytes, size_t(count));
         }
     }
+    // Waits for the prompt to take single keys: what is typed before that goes through the terminal's own
+    // line editing, which swallows Ctrl-D.
     void type(const std::string& keys) {
+        termios settings{};
+        for (int i = 0; i < 500 && tcgetattr(terminal_, &settings) == 0 && (settings.c_lflag & ICANON); ++i)
+            usleep(10000);
         EXPECT_EQ(ssize_t(keys.size()), write(terminal_, keys.data(), keys.size()));
     }
     // Its exit status.
