@@ -39,7 +39,7 @@ AcDbObjectId askBlock() {
     std::wstring name;
     const CString prompt =
         last.empty() ? Translate(L"\n请输入图块名: ") : TranslateFormat(L"\n请输入图块名 <%s>: ", last);
-    if (acedGetString(1, prompt, name) == RTCAN) return {};
+    if (acedGetString(0, prompt, name) == RTCAN) return {}; // names with blanks come in quotes
     if (name.empty()) name = last;
     const AcDbObjectId block = findBlock(name);
     if (block.isNull())
