@@ -94,6 +94,15 @@ double ClosestPointFinder::polish(const AcGePoint3d& point, double t) const {
     return t;
 }
 
+// Distances hardly change about the nearest point, which leaves it known to half the digits; their slope
+// knows the rest.
+void ClosestPointFinder::settle(Search& search) const {
+    const double param = polish(search.point, search.best.param);
+    const AcGePoint3d p = curve_.point(param);
+    const double d = p.distanceTo(search.point);
+    if (d <= search.best.distance + 1e-15 * (size_ + d)) search.best = {p, param, d};
+}
+
 void ClosestPointFinder::descend(Search& search, const BezierPiece& piece, int depth) const {
     if (staysBeyond(piece, search.bound)) return;
     const double middle = 0.5 * (piece.from + piece.to);
@@ -127,7 +136,7 @@ NurbsClosest ClosestPointFinder::closestTo(const AcGePoint3d& given) const {
         if (reach[i] >= search.bound) break;
         descend(search, aboutPoint(pieces_[i], point), kDepth);
     }
-    offer(search, polish(point, search.best.param));
+    settle(search);
     search.best.point += base_;
     return search.best;
 }

@@ -51,6 +51,7 @@ private:
     struct Search;
     void descend(Search& search, const BezierPiece& piece, int depth) const;
     void offer(Search& search, double param) const;
+    void settle(Search& search) const;
     double polish(const AcGePoint3d& point, double param) const;
 
     AcGeVector3d base_;
