@@ -51,7 +51,7 @@ Session::Session(host::FrontEnd* frontEnd) {
 }
 
 Session::~Session() {
-    if (document_) acDocManagerPtr()->close(document_);
+    while (AcApDocument* document = curDoc()) acDocManagerPtr()->close(document);
     if (!module_.empty()) acrxDynamicLinker->unloadModule(module_.c_str());
     host::setCommandNotes({});
     host::setShellHandler({});
@@ -71,8 +71,6 @@ bool Session::loadModule(const std::string& language) {
     return true;
 }
 
-void Session::open(std::unique_ptr<AcDbDatabase> database) {
-    document_ = acDocManagerPtr()->add(std::move(database));
-}
+void Session::open(std::unique_ptr<AcDbDatabase> database) { acDocManagerPtr()->add(std::move(database)); }
 
 } // namespace app

@@ -14,7 +14,7 @@ class Session {
 public:
     // Starts the host. The front end must outlive the session; null stands for a silent one.
     explicit Session(host::FrontEnd* frontEnd = nullptr);
-    // Closes the drawing and unloads the module.
+    // Closes the drawings and unloads the module.
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -23,10 +23,10 @@ public:
     // and told, when it can't be loaded.
     bool loadModule(const std::string& language);
     void open(std::unique_ptr<AcDbDatabase> database);
-    AcDbDatabase& drawing() const { return *document_->database(); }
+    // The current drawing; commands may have made another one current.
+    AcDbDatabase& drawing() const { return *curDoc()->database(); }
 
 private:
-    AcApDocument* document_ = nullptr;
     std::wstring module_;
 };
 

@@ -108,7 +108,7 @@ public:
     void real(int code, double value) { write(Group::ofReal(code, value)); }
     void integer(int code, std::int64_t value) { write(Group::ofInteger(code, value)); }
     // The name of a table record (layer, style, block); nothing for a null id.
-    void recordName(int code, AcDbObjectId record);
+    virtual void recordName(int code, AcDbObjectId record);
     void handle(int code, AcDbObjectId id) { write(Group::ofHandle(code, id.handle())); }
     void handle(int code, std::uint64_t value) { write(Group::ofHandle(code, value)); }
     // code, code + 10 and code + 20.

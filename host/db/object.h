@@ -232,6 +232,11 @@ public:
         object_ = nullptr;
         return es;
     }
+    // The object stays open and is the caller's to close.
+    Acad::ErrorStatus release(T*& object) {
+        object = object_, object_ = nullptr;
+        return object ? Acad::eOk : Acad::eNullObjectPointer;
+    }
     T* object() const { return object_; }
     T* operator->() const { return object_; }
     explicit operator bool() const { return object_; }

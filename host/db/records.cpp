@@ -1,43 +1,32 @@
-// Records of layers, linetypes, text styles and viewports, and of the tables that keep theirs as
-// they came.
+// Records of layers, linetypes and text styles, and of the tables that keep theirs as they came. Those of
+// views and coordinate systems stand in view_records.cpp.
 #include <cmath>
 
 #include "host/db/access.h"
+#include "host/db/record_setter.h"
 #include "host/db/symboltable.h"
 #include "host/os/text.h"
 
 HOST_DEFINE_CLASS(AcDbLayerTableRecord, AcDbSymbolTableRecord, L"LAYER")
 HOST_DEFINE_CLASS(AcDbLinetypeTableRecord, AcDbSymbolTableRecord, L"LTYPE")
 HOST_DEFINE_CLASS(AcDbTextStyleTableRecord, AcDbSymbolTableRecord, L"STYLE")
-HOST_DEFINE_CLASS(AcDbViewportTableRecord, AcDbSymbolTableRecord, L"VPORT")
 HOST_DEFINE_CLASS(AcDbDimStyleTableRecord, AcDbSymbolTableRecord, L"DIMSTYLE")
-HOST_DEFINE_CLASS(AcDbViewTableRecord, AcDbSymbolTableRecord, L"VIEW")
-HOST_DEFINE_CLASS(AcDbUCSTableRecord, AcDbSymbolTableRecord, L"UCS")
 HOST_DEFINE_CLASS(AcDbRegAppTableRecord, AcDbSymbolTableRecord, L"APPID")
 
 namespace {
 constexpr double kDegree = 3.14159265358979323846 / 180;
-
-template <class T> void set(T& member, const T& value) { member = value; }
 } // namespace
-
-// A setter: what must hold, and the member that takes the value.
-#define SETTER(CLASS, NAME, TYPE, VALID, MEMBER)                                                             \
-    Acad::ErrorStatus CLASS::NAME(TYPE value) {                                                              \
-        if (!(VALID)) return Acad::eInvalidInput;                                                            \
-        if (auto es = willModify(); es != Acad::eOk) return es;                                              \
-        return set(MEMBER, value), Acad::eOk;                                                                \
-    }
 
 // -- layers -------------------------------------------------------------------------------------------
 
-SETTER(AcDbLayerTableRecord, setIsOff, bool, true, off_)
-SETTER(AcDbLayerTableRecord, setIsPlottable, bool, true, plottable_)
-SETTER(AcDbLayerTableRecord, setColor, const AcCmColor&, value.isByACI() || value.isByColor(), color_)
-SETTER(AcDbLayerTableRecord, setLinetypeObjectId, AcDbObjectId, host::peek<AcDbLinetypeTableRecord>(value),
-       linetype_)
-SETTER(AcDbLayerTableRecord, setLineWeight, AcDb::LineWeight,
-       value == AcDb::kLnWtByLwDefault || (value >= 0 && value <= AcDb::kLnWt211), lineWeight_)
+HOST_RECORD_SETTER(AcDbLayerTableRecord, setIsOff, bool, true, off_)
+HOST_RECORD_SETTER(AcDbLayerTableRecord, setIsPlottable, bool, true, plottable_)
+HOST_RECORD_SETTER(AcDbLayerTableRecord, setColor, const AcCmColor&, value.isByACI() || value.isByColor(),
+                   color_)
+HOST_RECORD_SETTER(AcDbLayerTableRecord, setLinetypeObjectId, AcDbObjectId,
+                   host::peek<AcDbLinetypeTableRecord>(value), linetype_)
+HOST_RECORD_SETTER(AcDbLayerTableRecord, setLineWeight, AcDb::LineWeight,
+                   value == AcDb::kLnWtByLwDefault || (value >= 0 && value <= AcDb::kLnWt211), lineWeight_)
 
 Acad::ErrorStatus AcDbLayerTableRecord::setIsFrozen(bool frozen) {
     return setFlags(frozen ? flags_ | 1 : flags_ & ~1);
@@ -151,8 +140,8 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::setBigFontFileName(const ACHAR* file
     bigFont_ = file ? file : L"";
     return Acad::eOk;
 }
-SETTER(AcDbTextStyleTableRecord, setTextSize, double, value >= 0 && std::isfinite(value), size_)
-SETTER(AcDbTextStyleTableRecord, setXScale, double, value > 0 && std::isfinite(value), xScale_)
+HOST_RECORD_SETTER(AcDbTextStyleTableRecord, setTextSize, double, value >= 0 && std::isfinite(value), size_)
+HOST_RECORD_SETTER(AcDbTextStyleTableRecord, setXScale, double, value > 0 && std::isfinite(value), xScale_)
 
 double AcDbTextStyleTableRecord::obliquingAngle() const { return oblique_ * kDegree; }
 Acad::ErrorStatus AcDbTextStyleTableRecord::setObliquingAngle(double angle) {
@@ -202,66 +191,4 @@ void AcDbTextStyleTableRecord::outOwn(host::GroupWriter& writer) const {
     writer.real(42, lastHeight_);
     writer.text(3, file_);
     writer.text(4, bigFont_);
-}
-
-// -- viewports ----------------------------------------------------------------------------------------
-
-SETTER(AcDbViewportTableRecord, setCenterPoint, const AcGePoint2d&,
-       std::isfinite(value.x) && std::isfinite(value.y), center_)
-SETTER(AcDbViewportTableRecord, setHeight, double, value > 0 && std::isfinite(value), height_)
-SETTER(AcDbViewportTableRecord, setViewDirection, const AcGeVector3d&,
-       value.lengthSqrd() > 0 && std::isfinite(value.lengthSqrd()), direction_)
-SETTER(AcDbViewportTableRecord, setTarget, const AcGePoint3d&, std::isfinite(value.x + value.y + value.z),
-       target_)
-
-Acad::ErrorStatus AcDbViewportTableRecord::setWidth(double width) {
-    if (!(width > 0) || !std::isfinite(width)) return Acad::eInvalidInput;
-    if (auto es = willModify(); es != Acad::eOk) return es;
-    aspect_ = width / height_;
-    return Acad::eOk;
-}
-double AcDbViewportTableRecord::viewTwist() const { return twist_ * kDegree; }
-Acad::ErrorStatus AcDbViewportTableRecord::setViewTwist(double angle) {
-    if (!std::isfinite(angle)) return Acad::eInvalidInput;
-    if (auto es = willModify(); es != Acad::eOk) return es;
-    twist_ = angle / kDegree;
-    return Acad::eOk;
-}
-
-bool AcDbViewportTableRecord::inGroup(const host::Group& group, host::ReadContext& context) {
-    if (!context.within("AcDbViewportTableRecord")) return AcDbSymbolTableRecord::inGroup(group, context);
-    const double value = group.type == host::GroupType::real ? group.real : 0;
-    switch (group.code) {
-    case 10: lowerLeft_.x = value; return true;
-    case 20: lowerLeft_.y = value; return true;
-    case 11: upperRight_.x = value; return true;
-    case 21: upperRight_.y = value; return true;
-    case 12: center_.x = value; return true;
-    case 22: center_.y = value; return true;
-    case 16: direction_.x = value; return true;
-    case 26: direction_.y = value; return true;
-    case 36: direction_.z = value; return true;
-    case 17: target_.x = value; return true;
-    case 27: target_.y = value; return true;
-    case 37: target_.z = value; return true;
-    case 40: height_ = value; return true;
-    case 41: aspect_ = value; return true;
-    case 42: lens_ = value; return true;
-    case 51: twist_ = value; return true;
-    case 71: viewMode_ = int(group.integer); return true;
-    default: return AcDbSymbolTableRecord::inGroup(group, context);
-    }
-}
-
-void AcDbViewportTableRecord::outOwn(host::GroupWriter& writer) const {
-    writer.point(10, lowerLeft_);
-    writer.point(11, upperRight_);
-    writer.point(12, center_);
-    writer.vector(16, direction_);
-    writer.point(17, target_);
-    writer.real(40, height_);
-    writer.real(41, aspect_);
-    writer.real(42, lens_);
-    writer.real(51, twist_);
-    writer.integer(71, viewMode_);
 }

@@ -260,6 +260,61 @@ private:
     int viewMode_ = 0;
 };
 
+// A coordinate system with a name.
+class AcDbUCSTableRecord : public AcDbSymbolTableRecord {
+    HOST_DB_CLASS(AcDbUCSTableRecord)
+public:
+    AcGePoint3d origin() const { return origin_; }
+    AcGeVector3d xAxis() const { return xAxis_; }
+    AcGeVector3d yAxis() const { return yAxis_; }
+    Acad::ErrorStatus setOrigin(const AcGePoint3d& origin);
+    Acad::ErrorStatus setXAxis(const AcGeVector3d& axis);
+    Acad::ErrorStatus setYAxis(const AcGeVector3d& axis);
+
+    bool inGroup(const host::Group& group, host::ReadContext& context) override;
+
+protected:
+    const char* marker() const override { return "AcDbUCSTableRecord"; }
+    void outOwn(host::GroupWriter& writer) const override;
+
+private:
+    AcGePoint3d origin_;
+    AcGeVector3d xAxis_ = AcGeVector3d::kXAxis, yAxis_ = AcGeVector3d::kYAxis;
+};
+
+// A view with a name.
+class AcDbViewTableRecord : public AcDbSymbolTableRecord {
+    HOST_DB_CLASS(AcDbViewTableRecord)
+public:
+    AcGePoint2d centerPoint() const { return center_; } // in the view's own plane
+    double height() const { return height_; }
+    double width() const { return width_; }
+    AcGePoint3d target() const { return target_; }
+    AcGeVector3d viewDirection() const { return direction_; }
+    double viewTwist() const; // radians
+    Acad::ErrorStatus setCenterPoint(const AcGePoint2d& center);
+    Acad::ErrorStatus setHeight(double height);
+    Acad::ErrorStatus setWidth(double width);
+    Acad::ErrorStatus setTarget(const AcGePoint3d& target);
+    Acad::ErrorStatus setViewDirection(const AcGeVector3d& direction);
+    Acad::ErrorStatus setViewTwist(double angle);
+
+    bool inGroup(const host::Group& group, host::ReadContext& context) override;
+
+protected:
+    const char* marker() const override { return "AcDbViewTableRecord"; }
+    void outOwn(host::GroupWriter& writer) const override;
+
+private:
+    AcGePoint2d center_;
+    AcGePoint3d target_;
+    AcGeVector3d direction_ = AcGeVector3d::kZAxis;
+    double height_ = 1, width_ = 1;
+    double twist_ = 0; // degrees, as files have it
+    double lens_ = 50, front_ = 0, back_ = 0;
+    int viewMode_ = 0;
+};
+
 // Tables whose records are kept as they came, but for name and flags.
 #define HOST_PLAIN_RECORD(CLASS)                                                                             \
     class CLASS : public AcDbSymbolTableRecord {                                                             \
@@ -269,8 +324,6 @@ private:
         void outOwn(host::GroupWriter&) const override {}                                                    \
     };
 HOST_PLAIN_RECORD(AcDbDimStyleTableRecord)
-HOST_PLAIN_RECORD(AcDbViewTableRecord)
-HOST_PLAIN_RECORD(AcDbUCSTableRecord)
 HOST_PLAIN_RECORD(AcDbRegAppTableRecord)
 
 // Registers an application for xdata in the working database: RTNORM, also when it is registered;

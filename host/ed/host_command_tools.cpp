@@ -72,6 +72,71 @@ AcDbObjectId addToDrawing(std::unique_ptr<AcDbEntity> entity) {
     return id;
 }
 
+AcDbObjectId addBeside(std::unique_ptr<AcDbEntity> entity, AcDbObjectId beside) {
+    AcDbObjectId owner, id;
+    if (AcDbObjectPointer<AcDbEntity> source(beside, AcDb::kForRead); source) owner = source->blockId();
+    AcDbObjectPointer<AcDbBlockTableRecord> space(owner, AcDb::kForWrite);
+    if (!space || space->appendAcDbEntity(id, entity.get()) != Acad::eOk) return {};
+    entity.release()->close();
+    return id;
+}
+
+std::optional<bool> askYesNo(const wchar_t* prompt, bool byDefault) {
+    acedInitGet(0, L"Yes No _Yes No");
+    std::wstring answer;
+    const int status = acedGetKword(prompt, answer);
+    if (status == RTNONE) return byDefault;
+    return status == RTNORM ? std::optional(answer == L"Yes") : std::nullopt;
+}
+
+MatrixFor sameFor(const AcGeMatrix3d& matrix) {
+    return [matrix](const AcDbEntity&) { return matrix; };
+}
+
+void tellUnmoved(size_t refused) {
+    if (refused > 0) printLine(L"\n" + std::to_wstring(refused) + L" could not be moved.");
+}
+
+void transformAll(const std::vector<AcDbObjectId>& ids, const MatrixFor& matrix) {
+    size_t refused = 0;
+    for (const AcDbObjectId id : ids) {
+        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
+        if (!entity || entity->transformBy(matrix(*entity)) != Acad::eOk) ++refused;
+    }
+    tellUnmoved(refused);
+}
+
+std::vector<AcDbObjectId> copyAll(const std::vector<AcDbObjectId>& ids, const MatrixFor& matrix) {
+    std::vector<AcDbObjectId> copies;
+    size_t refused = 0;
+    AcDbObjectPointer<AcDbBlockTableRecord> space(drawing().currentSpaceId(), AcDb::kForWrite);
+    for (const AcDbObjectId id : ids) {
+        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+        AcDbEntity* made = nullptr;
+        if (!space || !entity || entity->getTransformedCopy(matrix(*entity), made) != Acad::eOk) {
+            ++refused;
+            continue;
+        }
+        std::unique_ptr<AcDbEntity> copy(made);
+        AcDbObjectId added;
+        if (space->appendAcDbEntity(added, copy.get()) != Acad::eOk) {
+            ++refused;
+            continue;
+        }
+        copy.release()->close();
+        copies.push_back(added);
+    }
+    tellUnmoved(refused);
+    return copies;
+}
+
+void eraseAll(const std::vector<AcDbObjectId>& ids) {
+    for (const AcDbObjectId id : ids) {
+        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
+        if (entity) entity->erase();
+    }
+}
+
 DrawingPlane::DrawingPlane() {
     const UserFrame user = surroundings().user;
     normal = user.xAxis.crossProduct(user.yAxis).normal();

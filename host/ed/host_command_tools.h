@@ -1,6 +1,7 @@
 // What the host's own commands share: their handlers' names, the objects they select, the plane they
 // draw in, and how they write numbers. Not for features.
 #pragma once
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -26,6 +27,24 @@ void textCommand();
 void eraseCommand();
 void moveCommand();
 void copyCommand();
+void rotateCommand();
+void scaleCommand();
+void mirrorCommand();
+void stretchCommand();
+void explodeCommand();
+void offsetCommand();
+void polylineEditCommand();
+void ellipseCommand();
+void splineCommand();
+void blockCommand();
+void insertCommand();
+void purgeCommand();
+void ucsCommand();
+void planCommand();
+void viewCommand();
+void newCommand();
+void openCommand();
+void closeCommand();
 void listCommand();
 void zoomCommand();
 void layerCommand();
@@ -49,8 +68,23 @@ std::wstring chosenKeyword();
 // The objects the user selects; those on locked layers are left out, and it is told how many. Empty when
 // nothing was selected.
 std::vector<AcDbObjectId> askObjects(bool forChange);
+// The matrix that an object is to be moved by.
+using MatrixFor = std::function<AcGeMatrix3d(const AcDbEntity&)>;
+MatrixFor sameFor(const AcGeMatrix3d& matrix);
+// Of the kinds that a matrix can't move, one line tells how many.
+void tellUnmoved(size_t count);
+// From a base point to a second one, or the coordinates of the first when Enter follows it.
+std::optional<AcGeVector3d> askDisplacement(); // in world coordinates
+void transformAll(const std::vector<AcDbObjectId>& ids, const MatrixFor& matrix);
+// Moved copies in the current space, in the order of their sources.
+std::vector<AcDbObjectId> copyAll(const std::vector<AcDbObjectId>& ids, const MatrixFor& matrix);
+void eraseAll(const std::vector<AcDbObjectId>& ids);
 // Puts the entity into the current space with the drawing's current layer, colour and the like.
 AcDbObjectId addToDrawing(std::unique_ptr<AcDbEntity> entity);
+// Puts the entity, as it is, into the block or space that holds `beside`.
+AcDbObjectId addBeside(std::unique_ptr<AcDbEntity> entity, AcDbObjectId beside);
+// Yes or no; `byDefault` for Enter and nothing for Esc.
+std::optional<bool> askYesNo(const wchar_t* prompt, bool byDefault);
 
 // The XY plane of the UCS as planar entities see it: their own coordinates have its normal.
 struct DrawingPlane {

@@ -34,10 +34,7 @@ void endGroup() {
 }
 
 bool confirmsUndoOfAll() {
-    acedInitGet(0, L"Yes No _Yes No");
-    std::wstring answer;
-    const int status = acedGetKword(L"\nThis will undo everything. OK? [Yes/No] <Y>: ", answer);
-    return status == RTNONE || (status == RTNORM && answer == L"Yes");
+    return askYesNo(L"\nThis will undo everything. OK? [Yes/No] <Y>: ", true).value_or(false);
 }
 
 void backToMark() {

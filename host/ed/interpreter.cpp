@@ -1,6 +1,7 @@
 // The command loop and the running of one command.
 #include "host/ed/interpreter.h"
 
+#include <utility>
 #include <vector>
 
 #include "host/ed/application.h"
@@ -22,6 +23,7 @@ struct Running {
 };
 std::vector<Running> running;
 bool quitAsked = false;
+std::vector<std::function<void()>> idleWork;
 
 AcEdCommandStack* stack() { return static_cast<AcEdCommandStack*>(acrxSysRegistry()->at(ACRX_COMMAND_DOCK)); }
 
@@ -94,7 +96,14 @@ void noteCancelled() {
 }
 void askQuit() { quitAsked = true; }
 
-CommandResult runCommand(const std::wstring& name) {
+void whenIdle(std::function<void()> work) {
+    if (running.empty()) return work();
+    idleWork.push_back(std::move(work));
+}
+
+namespace {
+
+CommandResult runOne(const std::wstring& name) {
     const bool transparent = name.starts_with(L'\'');
     const std::wstring word = name.substr(transparent ? 1 : 0);
     const AcEdCommand* command = findCommand(word);
@@ -113,6 +122,15 @@ CommandResult runCommand(const std::wstring& name) {
         if (running.size() > 1) throw;
     }
     return scope.result();
+}
+
+} // namespace
+
+CommandResult runCommand(const std::wstring& name) {
+    const CommandResult result = runOne(name);
+    if (running.empty())
+        for (const auto& work : std::exchange(idleWork, {})) work();
+    return result;
 }
 
 namespace {

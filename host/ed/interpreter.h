@@ -1,5 +1,6 @@
 // The command loop: takes a command's name from the front end, finds it, runs it as one undo step.
 #pragma once
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -41,6 +42,9 @@ std::wstring runningCommandWord();
 void noteCancelled();
 // Ends the command loop after the command that runs.
 void askQuit();
+
+// Work for when no command runs any more, such as a change of the current drawing; at once when none does.
+void whenIdle(std::function<void()> work);
 
 // Registers the host's own commands (UNDO, U, REDO, SETVAR, SAVEAS, QUIT, LINE ...), once.
 void registerHostCommands();

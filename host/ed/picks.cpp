@@ -198,6 +198,12 @@ AcDbObjectId entityAt(const AcGePoint3d& world, double tolerance) {
     return best;
 }
 
+bool seenInside(const std::vector<AcGePoint3d>& worldPolygon, const AcGePoint3d& world) {
+    const Tracer tracer;
+    const std::vector<AcGePoint2d> polygon = flat(worldPolygon, tracer), point = flat({world}, tracer);
+    return polygon.size() > 2 && point.size() == 1 && inside(polygon, point.front());
+}
+
 std::vector<AcDbObjectId> entitiesIn(const std::vector<AcGePoint3d>& worldPolygon, bool crossing) {
     Tracer tracer;
     const std::vector<AcGePoint2d> polygon = flat(worldPolygon, tracer);

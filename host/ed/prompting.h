@@ -44,6 +44,11 @@ AcDbObjectId entityAt(const AcGePoint3d& world, double tolerance);
 // The entities of the current space that touch the polygon (crossing) or lie wholly inside (window), in
 // drawing order.
 std::vector<AcDbObjectId> entitiesIn(const std::vector<AcGePoint3d>& worldPolygon, bool crossing);
+// True for a world point that is seen within the polygon.
+bool seenInside(const std::vector<AcGePoint3d>& worldPolygon, const AcGePoint3d& world);
+// The crossing windows and polygons by which the last "Select objects" prompt was answered, in world
+// coordinates.
+const std::vector<std::vector<AcGePoint3d>>& lastCrossings();
 // Those that an open path touches.
 std::vector<AcDbObjectId> entitiesAlong(const std::vector<AcGePoint3d>& worldPath);
 // The point of an entity's object snap nearest to the given one; nothing when it has none.

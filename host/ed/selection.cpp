@@ -31,6 +31,7 @@ struct Sets {
     std::int64_t nextName = 1;
     std::vector<AcDbObjectId> previous;
     SetData pickFirst;
+    std::vector<std::vector<AcGePoint3d>> crossings; // of the last prompt, in world coordinates
 };
 Sets& sets() {
     static Sets all;
@@ -131,8 +132,8 @@ private:
             return word.size() >= least && std::wstring_view(full).starts_with(word);
         };
         if (word == L"all") return apply(ofSpace(database()->currentSpaceId(), true));
-        if (word == L"wp" || is(L"wpolygon", 3)) return region(false);
-        if (word == L"cp" || is(L"cpolygon", 3)) return region(true);
+        if (word == L"wp" || is(L"wpolygon", 3)) return region(askPath(), false);
+        if (word == L"cp" || is(L"cpolygon", 3)) return region(askPath(), true);
         if (is(L"window", 1)) return window(false);
         if (is(L"crossing", 1)) return window(true);
         if (is(L"fence", 1)) return fence();
@@ -154,7 +155,7 @@ private:
         if (acedGetPoint(nullptr, L"\nSpecify first corner: ", a) != RTNORM ||
             acedGetCorner(a, L"\nSpecify opposite corner: ", b) != RTNORM)
             return;
-        apply(entitiesIn(rectangle({a[X], a[Y], a[Z]}, {b[X], b[Y], b[Z]}), crossing));
+        region(rectangle({a[X], a[Y], a[Z]}, {b[X], b[Y], b[Z]}), crossing);
     }
     std::vector<AcGePoint3d> askPath() {
         std::vector<AcGePoint3d> points;
@@ -164,7 +165,10 @@ private:
             points.push_back(ucsToWorld({p[X], p[Y], p[Z]}));
         return points;
     }
-    void region(bool crossing) { apply(entitiesIn(askPath(), crossing)); }
+    void region(const std::vector<AcGePoint3d>& polygon, bool crossing) {
+        if (crossing && !removing_) sets().crossings.push_back(polygon);
+        apply(entitiesIn(polygon, crossing));
+    }
     void fence() { apply(entitiesAlong(askPath())); }
 
     void apply(const std::vector<AcDbObjectId>& ids) {
@@ -221,6 +225,7 @@ std::vector<AcDbObjectId> byMode(const std::wstring& mode, const void* pt1, cons
 }
 
 int asked(const resbuf* filter, const void* prompts, bool single, ads_name set) {
+    sets().crossings.clear();
     SelectionPrompt prompt(filter, prompts, takeInputRules(), single);
     if (!prompt.run()) return RTCAN;
     if (prompt.data()->ids.empty()) return RTERROR;
@@ -230,6 +235,9 @@ int asked(const resbuf* filter, const void* prompts, bool single, ads_name set) 
 }
 
 } // namespace
+
+const std::vector<std::vector<AcGePoint3d>>& lastCrossings() { return sets().crossings; }
+
 } // namespace host
 
 using host::find;
