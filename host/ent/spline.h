@@ -50,7 +50,8 @@ public:
     // spline's tangents, or chords. Splines in space give 3D polylines. eInvalidInput for other precisions.
     Acad::ErrorStatus toPolyline(AcDbCurve*& polyline, Adesk::Boolean useArcs = true,
                                  Adesk::Boolean lightweight = true) const;
-    Acad::ErrorStatus toPolyline(AcDbCurve*& polyline, int precision) const; // 0 to 99
+    Acad::ErrorStatus toPolyline(AcDbCurve*& polyline, int precision,
+                                 Adesk::Boolean useArcs = true) const; // 0 to 99
 
     const host::ge::Nurbs& nurbs() const { return curve_; }
     Acad::ErrorStatus setNurbs(host::ge::Nurbs curve); // drops the fit data

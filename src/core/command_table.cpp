@@ -4,6 +4,7 @@
 #include "aids/insert/insert_commands.h"
 #include "core/messages.h"
 #include "core/sysvar_stack.h"
+#include "curves/conversion/conversion_commands.h"
 #include "curves/smoothing/smoothing_commands.h"
 
 namespace corvane {
@@ -23,10 +24,10 @@ constexpr CommandEntry kTable[] = {
     {L"SCVN_ARCLIST", L"ARCLIST", ACRX_CMD_MODAL, Section::curves, nullptr, L"圆弧报表"},
     {L"SCVN_plcount2", L"CVplcount2", ACRX_CMD_MODAL, Section::curves, nullptr, L"按图层和类型统计曲线数量与总和"},
     {L"SCVN_ckg", L"CVckg", ACRX_CMD_MODAL, Section::curves, nullptr, L"带标记的长度与面积报表"},
-    {L"SCVN_spline2pline", L"s2p", ACRX_CMD_MODAL, Section::curves, nullptr, L"样条曲线转多段线"},
-    {L"SCVN_SPL2ARC", L"SPL2ARC", ACRX_CMD_MODAL, Section::curves, nullptr, L"曲线转圆弧多段线，直接或高阶拟合"},
-    {L"SCVN_pline2spline", L"p2s", ACRX_CMD_MODAL, Section::curves, nullptr, L"多段线及其他曲线转样条曲线"},
-    {L"SCVN_all2polyline", L"all2polyline", ACRX_CMD_MODAL, Section::curves, nullptr, L"任意曲线按精度转多段线"},
+    {L"SCVN_spline2pline", L"s2p", ACRX_CMD_MODAL, Section::curves, SplineToPolylineCommand, L"样条曲线转多段线"},
+    {L"SCVN_SPL2ARC", L"SPL2ARC", ACRX_CMD_MODAL, Section::curves, CurvesToArcsCommand, L"曲线转圆弧多段线，直接或高阶拟合"},
+    {L"SCVN_pline2spline", L"p2s", ACRX_CMD_MODAL, Section::curves, CurvesToSplinesCommand, L"多段线及其他曲线转样条曲线"},
+    {L"SCVN_all2polyline", L"all2polyline", ACRX_CMD_MODAL, Section::curves, CurvesToPolylinesCommand, L"任意曲线按精度转多段线"},
     {L"SCVN_PLBH", L"PLBH", ACRX_CMD_MODAL, Section::curves, nullptr, L"标记并编号曲线顶点"},
     {L"SCVN_PLReverse", L"PLDD", ACRX_CMD_MODAL, Section::curves, nullptr, L"反转曲线方向"},
     {L"SCVN_PLDevide", L"PLDF", ACRX_CMD_MODAL, Section::curves, nullptr, L"等分曲线"},
@@ -36,9 +37,9 @@ constexpr CommandEntry kTable[] = {
     {L"SCVN_plineDevideByDist", L"PLDJDF", ACRX_CMD_MODAL, Section::curves, nullptr, L"按固定距离等分曲线"},
     {L"SCVN_HatchBound", L"CHBJ", ACRX_CMD_MODAL, Section::curves, nullptr, L"填充边界转多段线"},
     {L"SCVN_Text2PL", L"txt2PL", ACRX_CMD_MODAL, Section::curves, nullptr, L"通过图元文件将文字转为轮廓"},
-    {L"SCVN_PLGXK", L"PLGXK", ACRX_CMD_MODAL, Section::curves, nullptr, L"设置多段线宽度"},
-    {L"SCVN_PLCLOSE", L"PLCLOSE", ACRX_CMD_MODAL, Section::curves, nullptr, L"闭合多段线"},
-    {L"SCVN_PLOPEN", L"PLOPEN", ACRX_CMD_MODAL, Section::curves, nullptr, L"打开多段线"},
+    {L"SCVN_PLGXK", L"PLGXK", ACRX_CMD_MODAL, Section::curves, PolylineWidthCommand, L"设置多段线宽度"},
+    {L"SCVN_PLCLOSE", L"PLCLOSE", ACRX_CMD_MODAL, Section::curves, ClosePolylinesCommand, L"闭合多段线"},
+    {L"SCVN_PLOPEN", L"PLOPEN", ACRX_CMD_MODAL, Section::curves, OpenPolylinesCommand, L"打开多段线"},
     {L"SCVN_PLOFFSET", L"PLOFFSET", ACRX_CMD_MODAL, Section::curves, nullptr, L"偏移曲线，可设一个或多个距离"},
     {L"SCVN_pl2polySolid", L"pl2ddt", ACRX_CMD_MODAL, Section::curves, nullptr, L"多段线转为给定宽度和高度的实体"},
     {L"SCVN_pl2circleBar", L"pl2circleBar", ACRX_CMD_MODAL, Section::curves, nullptr, L"多段线转圆杆"},
@@ -58,8 +59,8 @@ constexpr CommandEntry kTable[] = {
     {L"SCVN_plAffectMoveX", L"plAffectMoveX", ACRX_CMD_MODAL, Section::deformation, nullptr, L"影响曲线，移动方式"},
     {L"SCVN_plAffClick", L"plAffClick", ACRX_CMD_MODAL, Section::deformation, nullptr, L"影响曲线，点选方式"},
     {L"SCVN_TXTZB2PL", L"ZB2PL", ACRX_CMD_MODAL, Section::curves, nullptr, L"由坐标文本文件生成多段线"},
-    {L"SCVN_PL2OLD", L"PL2OLD", ACRX_CMD_MODAL, Section::curves, nullptr, L"轻量多段线转旧式多段线"},
-    {L"SCVN_OLDPL2LW", L"OLDPL2LW", ACRX_CMD_MODAL, Section::curves, nullptr, L"旧式多段线转轻量多段线"},
+    {L"SCVN_PL2OLD", L"PL2OLD", ACRX_CMD_MODAL, Section::curves, LightToOldCommand, L"轻量多段线转旧式多段线"},
+    {L"SCVN_OLDPL2LW", L"OLDPL2LW", ACRX_CMD_MODAL, Section::curves, OldToLightCommand, L"旧式多段线转轻量多段线"},
     {L"SCVN_linkLine00", L"linkLine00", ACRX_CMD_MODAL, Section::associative, nullptr, L"0度连接线"},
     {L"SCVN_linkLine90", L"linkLine90", ACRX_CMD_MODAL, Section::associative, nullptr, L"90度连接线"},
     {L"SCVN_VerticalInsert", L"VINS", ACRX_CMD_MODAL, Section::insert, InsertAcrossCurveCommand, L"垂直于曲线插入图块"},

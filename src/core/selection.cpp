@@ -30,6 +30,16 @@ resbuf* textGroup(int type, const wchar_t* text) {
     return group;
 }
 
+resbuf* filterOf(std::wstring_view kinds) {
+    resbuf* head = textGroup(-4, L"<or");
+    resbuf* tail = head;
+    std::wstring name;
+    for (std::wistringstream names{std::wstring(kinds)}; names >> name;)
+        tail = tail->rbnext = textGroup(0, name.c_str());
+    tail->rbnext = textGroup(-4, L"or>");
+    return head;
+}
+
 void addExtents(AcDbExtents& extents, AcDbObjectId id) {
     AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
     AcDbExtents own;
@@ -38,15 +48,7 @@ void addExtents(AcDbExtents& extents, AcDbObjectId id) {
 
 } // namespace
 
-resbuf* BuildFilter(CurveFilter kinds) {
-    resbuf* head = textGroup(-4, L"<or");
-    resbuf* tail = head;
-    std::wstring name;
-    for (std::wistringstream names{std::wstring(namesOf(kinds))}; names >> name;)
-        tail = tail->rbnext = textGroup(0, name.c_str());
-    tail->rbnext = textGroup(-4, L"or>");
-    return head;
-}
+resbuf* BuildFilter(CurveFilter kinds) { return filterOf(namesOf(kinds)); }
 
 CommandFrame::CommandFrame() {
     SetSysVarInt(L"CMDECHO", 0);
@@ -70,6 +72,10 @@ void SelectionSet::free() {
 
 SelectionSet SelectionSet::Ask(const wchar_t* prompt, CurveFilter kinds, const wchar_t* nothing) {
     const host::ResbufChain filter(BuildFilter(kinds));
+    return ask(prompt, filter.get(), nothing);
+}
+SelectionSet SelectionSet::AskKinds(const wchar_t* prompt, std::wstring_view kinds, const wchar_t* nothing) {
+    const host::ResbufChain filter(filterOf(kinds));
     return ask(prompt, filter.get(), nothing);
 }
 SelectionSet SelectionSet::AskAny(const wchar_t* prompt, const wchar_t* nothing) {

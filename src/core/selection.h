@@ -1,6 +1,7 @@
 // The frame of a selecting command: prompt, filter, set, loop over the objects; and ids, extents and
 // updates of what was selected.
 #pragma once
+#include <string_view>
 #include <vector>
 
 #include "core/host/database.h"
@@ -41,6 +42,8 @@ public:
     // Prints `prompt` and lets the user select objects of those kinds. When nothing comes of it, prints
     // `nothing` and gives an empty set.
     static SelectionSet Ask(const wchar_t* prompt, CurveFilter kinds, const wchar_t* nothing);
+    // The same for kinds by their names in files, parted by blanks.
+    static SelectionSet AskKinds(const wchar_t* prompt, std::wstring_view kinds, const wchar_t* nothing);
     // Any objects.
     static SelectionSet AskAny(const wchar_t* prompt, const wchar_t* nothing);
 
