@@ -3,6 +3,8 @@
 #include "host/ent/curve_intersect.h"
 
 #include <algorithm>
+#include <cmath>
+#include <numeric>
 
 #include "host/ent/blockreference.h"
 #include "host/ent/curve.h"
@@ -13,7 +15,8 @@ namespace host {
 
 namespace {
 
-constexpr double kSamePoint = 1e-9; // of the larger curve
+constexpr double kSamePoint = 1e-9;        // of the smaller curve
+constexpr double kCoordinateNoise = 4e-15; // of the largest coordinate
 
 struct Part {
     PathPiece piece;
@@ -43,17 +46,19 @@ double diagonal(const AcDbExtents& box) {
     return box.isValid() ? box.minPoint().distanceTo(box.maxPoint()) : 0;
 }
 
-// What the path's end piece goes on as.
-PathPiece beyond(const PathPiece& end, bool atStart, double reach) {
+// What an end piece of a path goes on as, as far as the box.
+PathPiece beyond(const PathPiece& end, bool atStart, const AcDbExtents& box) {
     if (const auto* conic = std::get_if<ge::EllipticArc>(&end)) {
         ge::EllipticArc rest = *conic;
         rest.start = conic->end, rest.end = conic->start + 2 * std::numbers::pi;
         return rest;
     }
     const auto& line = std::get<AcGeLineSeg3d>(end);
+    const AcGePoint3d from = atStart ? line.startPoint() : line.endPoint();
+    const double reach = box.isValid() ? from.distanceTo(box.minPoint()) + diagonal(box) : 0;
     const AcGeVector3d far = line.direction() * reach;
-    if (atStart) return AcGeLineSeg3d(line.startPoint() - far, line.startPoint());
-    return AcGeLineSeg3d(line.endPoint(), line.endPoint() + far);
+    if (atStart) return AcGeLineSeg3d(from - far, from);
+    return AcGeLineSeg3d(from, from + far);
 }
 
 bool hasLength(const PathPiece& piece) {
@@ -64,20 +69,19 @@ bool hasLength(const PathPiece& piece) {
 
 bool goesOn(const CurvePath& path, bool extended) { return extended && !path.isClosed() && !path.asNurbs(); }
 
-std::vector<Part> partsOf(const CurvePath& path, bool extended, double reach) {
+// The path's pieces; extended, also what its outermost pieces with a length go on as to reach the box.
+std::vector<Part> partsOf(const CurvePath& path, bool extended, const AcDbExtents& box) {
     std::vector<Part> out;
     out.reserve(size_t(path.pieceCount()) + 2);
     const auto add = [&](PathPiece piece, int index, int side) {
         if (hasLength(piece)) out.push_back({piece, index, side, boxOf(piece)});
     };
-    const bool isExtended = goesOn(path, extended);
-    const int last = path.pieceCount() - 1;
-    if (isExtended && hasLength(path.piece(0))) add(beyond(path.piece(0), true, reach), 0, -1);
-    for (int i = 0; i <= last; ++i) add(path.piece(i), i, 0);
+    for (int i = 0; i < path.pieceCount(); ++i) add(path.piece(i), i, 0);
+    if (out.empty() || !goesOn(path, extended)) return out;
+    const Part first = out.front(), last = out.back();
+    add(beyond(first.piece, true, box), first.index, -1);
     // The rest of a lone arc's circle is beyond both its ends at once.
-    const bool alone = last == 0 && path.asConic();
-    if (isExtended && !alone && hasLength(path.piece(last)))
-        add(beyond(path.piece(last), false, reach), last, 1);
+    if (!path.asConic()) add(beyond(last.piece, false, box), last.index, 1);
     return out;
 }
 
@@ -91,24 +95,12 @@ ge::Intersections swapped(ge::Intersections found) {
 }
 
 struct Meet {
-    ge::Intersections operator()(const AcGeLineSeg3d& a, const AcGeLineSeg3d& b) const {
-        return ge::intersect(a, b);
-    }
-    ge::Intersections operator()(const AcGeLineSeg3d& a, const ge::EllipticArc& b) const {
-        return ge::intersect(a, b);
-    }
-    ge::Intersections operator()(const AcGeLineSeg3d& a, const ge::Nurbs& b) const {
-        return ge::intersect(a, b);
-    }
-    ge::Intersections operator()(const ge::EllipticArc& a, const ge::EllipticArc& b) const {
-        return ge::intersect(a, b);
-    }
-    ge::Intersections operator()(const ge::EllipticArc& a, const ge::Nurbs& b) const {
-        return ge::intersect(a, b);
-    }
-    ge::Intersections operator()(const ge::Nurbs& a, const ge::Nurbs& b) const { return ge::intersect(a, b); }
+    double slack;
     template <class A, class B> ge::Intersections operator()(const A& a, const B& b) const {
-        return swapped((*this)(b, a));
+        if constexpr (requires { ge::intersect(a, b, slack); })
+            return ge::intersect(a, b, slack);
+        else
+            return swapped(ge::intersect(b, a, slack));
     }
 };
 
@@ -133,14 +125,57 @@ bool apart(const AcDbExtents& a, const AcDbExtents& b, double slack) {
     return false;
 }
 
-void meet(const CurvePath& first, const Part& a, const Part& b, std::vector<Hit>& hits) {
-    const ge::Intersections found = std::visit(Meet(), a.piece, b.piece);
-    const auto add = [&](double own) {
-        const AcGePoint3d point = pointOf(a.piece, own);
+// The share of a line that runs through a box.
+struct Share {
+    double from = 0, to = 1;
+    bool isEmpty() const { return !(from <= to); }
+    // Of the whole, at a parameter of the share.
+    double at(double param) const { return from + (to - from) * param; }
+};
+Share shareInside(const AcGeLineSeg3d& line, const AcDbExtents& box, double slack) {
+    Share out;
+    const AcGePoint3d start = line.startPoint();
+    const AcGeVector3d along = line.endPoint() - start;
+    for (unsigned axis = 0; axis < 3; ++axis) {
+        const double low = box.minPoint()[axis] - slack - start[axis],
+                     high = box.maxPoint()[axis] + slack - start[axis];
+        if (along[axis] == 0) {
+            if (low > 0 || high < 0) return {1, 0};
+            continue;
+        }
+        const auto [in, past] = std::minmax({low / along[axis], high / along[axis]});
+        out.from = std::max(out.from, in), out.to = std::min(out.to, past);
+    }
+    return out;
+}
+
+// Of a line no more than passes the other piece: beside a long line a small curve would be a mere point.
+struct Passing {
+    PathPiece piece;
+    Share share;
+};
+Passing passing(const Part& part, const Part& other, double slack) {
+    const auto* line = std::get_if<AcGeLineSeg3d>(&part.piece);
+    if (!line || std::holds_alternative<AcGeLineSeg3d>(other.piece)) return {part.piece, {}};
+    const Share share = shareInside(*line, other.box, slack + 0.1 * diagonal(other.box));
+    return {AcGeLineSeg3d(line->evalPoint(share.from), line->evalPoint(share.to)), share};
+}
+
+void meet(const CurvePath& first, const Part& a, const Part& b, double slack, std::vector<Hit>& hits) {
+    const Passing ours = passing(a, b, slack), theirs = passing(b, a, slack);
+    if (ours.share.isEmpty() || theirs.share.isEmpty()) return;
+    const ge::Intersections found = std::visit(Meet{slack}, ours.piece, theirs.piece);
+    // The smaller piece's parameters tell the place with more digits.
+    const bool isOurs = diagonal(a.box) <= diagonal(b.box);
+    const auto add = [&](double ownParam, double theirParam) {
+        const double own = ours.share.at(ownParam);
+        const AcGePoint3d point =
+            isOurs ? pointOf(a.piece, own) : pointOf(b.piece, theirs.share.at(theirParam));
         hits.push_back({orderOf(first, a, own, point), point});
     };
-    for (const auto& crossing : found.points) add(crossing.first);
-    for (const auto& stretch : found.shared) add(stretch.firstFrom), add(stretch.firstTo);
+    for (const auto& crossing : found.points) add(crossing.first, crossing.second);
+    for (const auto& stretch : found.shared)
+        add(stretch.firstFrom, stretch.secondFrom), add(stretch.firstTo, stretch.secondTo);
 }
 
 } // namespace
@@ -154,7 +189,7 @@ AcDbExtents reachOf(const CurvePath& path, bool extended) {
     for (int index : {0, path.pieceCount() - 1}) {
         const PathPiece end = path.piece(index);
         if (const auto* conic = std::get_if<ge::EllipticArc>(&end))
-            if (conic->majorRadius() > 0) box.addExt(boxOf(beyond(end, true, 0)));
+            if (conic->majorRadius() > 0) box.addExt(boxOf(beyond(end, true, {})));
     }
     return box;
 }
@@ -171,12 +206,47 @@ AcGeRay3d rayOf(const Part& part) {
 void meetRays(const CurvePath& first, const std::vector<Part>& as, const std::vector<Part>& bs, double slack,
               std::vector<Hit>& hits) {
     const AcGeTol tolerance = AcGeTol().setEqualPoint(slack);
-    for (const Part& a : as)
-        for (const Part* b : {&bs.front(), &bs.back()}) {
+    for (const Part& a : as) {
+        if (!isRay(a)) continue;
+        for (const Part& b : bs) {
             AcGePoint3d point;
-            if (isRay(a) && isRay(*b) && rayOf(a).intersectWith(rayOf(*b), point, tolerance))
+            if (isRay(b) && rayOf(a).intersectWith(rayOf(b), point, tolerance))
                 hits.push_back({orderOf(first, a, 0, point), point});
         }
+    }
+}
+
+// In order of the first path; what lies on another hit is the same: corners are met by both their pieces,
+// seams by both ends.
+std::vector<AcGePoint3d> distinct(std::vector<Hit> hits, double slack) {
+    std::stable_sort(hits.begin(), hits.end(), [](const Hit& p, const Hit& q) { return p.at < q.at; });
+    std::vector<size_t> byX(hits.size());
+    std::iota(byX.begin(), byX.end(), size_t{0});
+    const auto x = [&](size_t i) { return hits[i].point.x; };
+    std::sort(byX.begin(), byX.end(), [&](size_t i, size_t j) { return x(i) != x(j) ? x(i) < x(j) : i < j; });
+    std::vector<char> kept(hits.size());
+    std::vector<AcGePoint3d> out;
+    for (size_t i = 0; i < hits.size(); ++i) {
+        auto at = std::lower_bound(byX.begin(), byX.end(), x(i) - slack,
+                                   [&](size_t j, double value) { return x(j) < value; });
+        bool again = false;
+        for (; at != byX.end() && x(*at) <= x(i) + slack && !again; ++at)
+            again = kept[*at] && hits[*at].point.distanceTo(hits[i].point) <= slack;
+        if (again) continue;
+        kept[i] = 1;
+        out.push_back(hits[i].point);
+    }
+    return out;
+}
+
+// How near paths come where they meet: what the smaller of them would call one place, and what coordinates
+// so far from the origin can tell.
+double slackOf(const CurvePath& first, const CurvePath& second) {
+    double farthest = 0;
+    for (const AcDbExtents& box : {first.extents(), second.extents()})
+        for (unsigned axis = 0; axis < 3; ++axis)
+            farthest = std::max({farthest, std::fabs(box.minPoint()[axis]), std::fabs(box.maxPoint()[axis])});
+    return kSamePoint * std::min(first.size(), second.size()) + kCoordinateNoise * farthest;
 }
 
 void meetAll(const CurvePath& first, const std::vector<Part>& as, std::vector<Part> bs, double slack,
@@ -190,7 +260,7 @@ void meetAll(const CurvePath& first, const std::vector<Part>& as, std::vector<Pa
         auto b = std::lower_bound(bs.begin(), bs.end(), a.box.minPoint().x - widest - slack,
                                   [](const Part& p, double x) { return p.box.minPoint().x < x; });
         for (; b != bs.end() && b->box.minPoint().x <= a.box.maxPoint().x + slack; ++b)
-            if (!apart(a.box, b->box, slack) && !(isRay(a) && isRay(*b))) meet(first, a, *b, hits);
+            if (!apart(a.box, b->box, slack) && !(isRay(a) && isRay(*b))) meet(first, a, *b, slack, hits);
     }
 }
 
@@ -200,25 +270,16 @@ void intersectPaths(const CurvePath& first, const CurvePath& second, AcDb::Inter
                     std::vector<AcGePoint3d>& points) {
     if (first.isEmpty() || second.isEmpty()) return;
     const bool extendFirst = extension & AcDb::kExtendThis, extendSecond = extension & AcDb::kExtendArg;
-    AcDbExtents both = reachOf(first, extendFirst);
-    both.addExt(reachOf(second, extendSecond));
-    const double size = diagonal(both), slack = kSamePoint * size;
-    const auto as = partsOf(first, extendFirst, 2 * size), bs = partsOf(second, extendSecond, 2 * size);
-    if (as.empty() || bs.empty()) return;
+    const AcDbExtents reachA = reachOf(first, extendFirst), reachB = reachOf(second, extendSecond);
+    const double slack = slackOf(first, second);
+    const auto as = partsOf(first, extendFirst, reachB), bs = partsOf(second, extendSecond, reachA);
     std::vector<Hit> hits;
     meetAll(first, as, bs, slack, hits);
     if (extendFirst && extendSecond) {
-        const std::vector<Part> ends{as.front(), as.back()};
-        meetRays(first, ends, bs, slack, hits);
+        const double far = std::max(slack, kSamePoint * std::max(first.size(), second.size()));
+        meetRays(first, as, bs, far, hits);
     }
-    std::stable_sort(hits.begin(), hits.end(), [](const Hit& p, const Hit& q) { return p.at < q.at; });
-    std::vector<AcGePoint3d> found;
-    for (const Hit& hit : hits) {
-        // Corners are met by both their pieces, seams by both ends.
-        const bool again = !found.empty() && (found.back().distanceTo(hit.point) <= slack ||
-                                              found.front().distanceTo(hit.point) <= slack);
-        if (!again) found.push_back(hit.point);
-    }
+    const std::vector<AcGePoint3d> found = distinct(std::move(hits), 2 * slack);
     points.insert(points.end(), found.begin(), found.end());
 }
 

@@ -1,11 +1,12 @@
-// Intersection of curves by halving boxes. Shared stretches are found first, from the ends of the curves'
-// pieces that lie on the other curve; the halving then leaves them out, so that equal curves cost no more
-// than others.
+// Intersection of curves by halving boxes; lines and circles have closed forms in intersect_round.h. Shared
+// stretches are found first, from the ends of the curves' pieces that lie on the other curve; the halving
+// then leaves them out, so that equal curves cost no more than others.
 #include "host/ge/curves/intersect.h"
 
 #include <algorithm>
 #include <cmath>
 
+#include "host/ge/curves/intersect_round.h"
 #include "host/ge/curves/nurbs_make.h"
 #include "host/ge/curves/nurbs_measure.h"
 #include "host/ge/tolerances.h"
@@ -26,9 +27,11 @@ class Search {
 public:
     Search(const Nurbs& a, const Nurbs& b, double tolerance)
         : a_(a), b_(b), onA_(a), onB_(b), size_(std::max(a.size(), b.size())),
-          tolerance_(tolerance > 0 ? tolerance : tolerance::kPoint * size_) {}
+          tolerance_(tolerance > 0 ? tolerance : tolerance::kPoint * size_),
+          isSelf_(isSame(a.poles, b.poles) && a.knots == b.knots && a.weights == b.weights) {}
 
     Intersections run() {
+        if (isSelf_) return runOnItself();
         findShared();
         const std::vector<BezierPiece> as = bezierPieces(a_);
         std::vector<BezierPiece> bs = bezierPieces(b_);
@@ -49,6 +52,52 @@ public:
     }
 
 private:
+    static bool isSame(const std::vector<AcGePoint3d>& p, const std::vector<AcGePoint3d>& q) {
+        return std::equal(p.begin(), p.end(), q.begin(), q.end(), [](const auto& x, const auto& y) {
+            return x.x == y.x && x.y == y.y && x.z == y.z;
+        });
+    }
+
+    // The whole curve is shared with itself; what else there is are its loops' crossings, each told once.
+    Intersections runOnItself() {
+        const std::vector<BezierPiece> pieces = bezierPieces(a_);
+        for (size_t i = 0; i < pieces.size(); ++i) {
+            descendAlone(pieces[i], kDepth);
+            for (size_t j = i + 1; j < pieces.size(); ++j) descend(pieces[i], pieces[j], kDepth);
+        }
+        const double range = a_.end() - a_.start(), same = 1e-6 * range;
+        std::erase_if(meetings_, [&](const Meeting& m) {
+            const double apart = std::fabs(m.s - m.t);
+            return apart < same || (apart > range - same && a_.endsMeet());
+        });
+        gather();
+        result_.shared.push_back({a_.start(), a_.end(), a_.start(), a_.end()});
+        return std::move(result_);
+    }
+
+    // What goes on along one direction throughout doesn't come back to itself.
+    static bool goesAlong(const AcGeVector3d& direction, const BezierPiece& piece) {
+        for (size_t i = 0; i + 1 < piece.poles.size(); ++i)
+            if (!((piece.pole(i + 1) - piece.pole(i)).dotProduct(direction) > 0)) return false;
+        return true;
+    }
+
+    void descendAlone(const BezierPiece& piece, int depth) {
+        const AcGeVector3d chord = piece.pole(piece.poles.size() - 1) - piece.pole(0);
+        if (depth == 0 || diagonal(hull(piece)) <= tolerance_ || goesAlong(chord, piece)) return;
+        if (++pairs_ > kMostPairs) return void(result_.isComplete = false);
+        const BezierHalves h = halved(piece);
+        descendAlone(h.first, depth - 1);
+        descendAlone(h.second, depth - 1);
+        descend(h.first, h.second, depth - 1);
+    }
+
+    static bool areOneWay(const BezierPiece& a, const BezierPiece& b) {
+        if (a.to != b.from) return false;
+        const AcGeVector3d chord = b.pole(b.poles.size() - 1) - a.pole(0);
+        return goesAlong(chord, a) && goesAlong(chord, b);
+    }
+
     static AcDbExtents hull(const BezierPiece& piece) {
         AcDbExtents box;
         for (size_t i = 0; i < piece.poles.size(); ++i) box.addPoint(piece.pole(i));
@@ -191,6 +240,7 @@ private:
             result_.isComplete = false;
             return;
         }
+        if (isSelf_ && areOneWay(a, b)) return;
         const AcDbExtents boxA = hull(a), boxB = hull(b);
         if (!meet(boxA, boxB) || arePartedBySlab(a, b) || arePartedBySlab(b, a) || inShared(a, b)) return;
         const double sizeA = diagonal(boxA), sizeB = diagonal(boxB);
@@ -263,6 +313,7 @@ private:
     const Nurbs &a_, &b_;
     ClosestPointFinder onA_, onB_;
     double size_, tolerance_;
+    bool isSelf_;
     int pairs_ = 0;
     std::vector<Meeting> meetings_;
     Intersections result_;
@@ -302,14 +353,27 @@ template <class A, class B> Intersections ofAny(const A& a, const B& b, double t
 } // namespace
 
 Intersections intersect(const Nurbs& a, const Nurbs& b, double tolerance) { return ofAny(a, b, tolerance); }
+namespace {
+double sizeOf(const EllipticArc& arc) { return 2 * arc.majorRadius(); }
+double sizeOf(const AcGeLineSeg3d& line) { return line.length(); }
+bool isRound(const EllipticArc& arc) { return arc.isCircular(); }
+bool isRound(const AcGeLineSeg3d&) { return true; }
+
+template <class A, class B> Intersections ofPlain(const A& a, const B& b, double tolerance) {
+    if (!(sizeOf(a) > 0) || !(sizeOf(b) > 0)) return {};
+    if (!isRound(a) || !isRound(b)) return ofAny(a, b, tolerance);
+    return meetRound(a, b, tolerance > 0 ? tolerance : tolerance::kPoint * std::max(sizeOf(a), sizeOf(b)));
+}
+} // namespace
+
 Intersections intersect(const EllipticArc& a, const EllipticArc& b, double tolerance) {
-    return ofAny(a, b, tolerance);
+    return ofPlain(a, b, tolerance);
 }
 Intersections intersect(const AcGeLineSeg3d& a, const EllipticArc& b, double tolerance) {
-    return ofAny(a, b, tolerance);
+    return ofPlain(a, b, tolerance);
 }
 Intersections intersect(const AcGeLineSeg3d& a, const AcGeLineSeg3d& b, double tolerance) {
-    return ofAny(a, b, tolerance);
+    return ofPlain(a, b, tolerance);
 }
 Intersections intersect(const AcGeLineSeg3d& a, const Nurbs& b, double tolerance) {
     return ofAny(a, b, tolerance);

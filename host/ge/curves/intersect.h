@@ -31,7 +31,7 @@ struct Intersections {
 // Own parameters: line segments [0, 1]; plane segments with a bulge the fraction of their length; conics
 // their angle; B-splines their knots' parameter. tolerance is the distance at which curves meet; 0 takes 1e-9
 // of the larger one. Boxes are halved until pieces are straight enough for Gauss and Newton's iteration; hits
-// that the curves stay together between are one.
+// that the curves stay together between are one. A B-spline with itself tells where its loops cross, too.
 Intersections intersect(const Nurbs& first, const Nurbs& second, double tolerance = 0);
 Intersections intersect(const EllipticArc& first, const EllipticArc& second, double tolerance = 0);
 Intersections intersect(const AcGeLineSeg3d& first, const EllipticArc& second, double tolerance = 0);

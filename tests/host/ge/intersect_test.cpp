@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 
 #include "host/ge/curves/interpolate.h"
 #include "host/ge/curves/intersect.h"
@@ -100,6 +101,60 @@ TEST(Intersect, BulgesByFraction) {
     ASSERT_EQ(r.points.size(), 1u);
     EXPECT_NEAR(r.points[0].first, 0.5, 1e-10);
     EXPECT_NEAR(r.points[0].second, 0.4, 1e-10);
+}
+
+// Lines and circles have closed forms: what the halving of boxes finds is found, and nothing else.
+TEST(Intersect, ClosedFormsFindWhatHalvingFinds) {
+    std::mt19937 random(20240517);
+    const auto number = [&] { return double(random() % 20001) / 1000 - 10; };
+    const auto place = [&](bool flat) { return AcGePoint3d(number(), number(), flat ? 0 : number()); };
+    const auto arc = [&](bool flat) {
+        const AcGeVector3d up = flat ? AcGeVector3d(0, 0, 1) : place(false).asVector().normal();
+        return circularArc(place(flat), up, std::fabs(number()) + 0.5, number(), number());
+    };
+    int met = 0;
+    const auto check = [&](const Intersections& plain, const Intersections& halved) {
+        ASSERT_EQ(plain.points.size(), halved.points.size());
+        EXPECT_TRUE(plain.shared.empty());
+        for (size_t i = 0; i < plain.points.size(); ++i, ++met)
+            EXPECT_LE(plain.points[i].point.distanceTo(halved.points[i].point), 1e-7);
+    };
+    for (int i = 0; i < 600; ++i) {
+        SCOPED_TRACE(i);
+        const bool flat = i % 3 != 0;
+        const EllipticArc a = arc(flat), b = arc(flat);
+        const AcGeLineSeg3d p(place(flat), place(flat)), q(place(flat), place(flat));
+        const Nurbs line = lineNurbs(p.startPoint(), p.endPoint());
+        check(intersect(a, b), intersect(conicNurbs(a), conicNurbs(b)));
+        check(intersect(p, b), intersect(line, conicNurbs(b)));
+        check(intersect(p, q), intersect(line, lineNurbs(q.startPoint(), q.endPoint())));
+    }
+    EXPECT_GE(met, 250);
+}
+
+TEST(Intersect, LoopsOfOneCurveCrossOnce) {
+    // A figure of eight through its middle, and a flower whose every petal crosses the one before.
+    std::vector<AcGePoint3d> eight, flower;
+    for (int i = 0; i < 24; ++i) {
+        const double t = 2 * kPi * (i + 0.5) / 24;
+        eight.push_back({std::sin(t), std::sin(2 * t), 0});
+    }
+    for (int i = 0; i < 70; ++i) {
+        const double t = 4 * kPi * i / 70; // two turns with five petals
+        flower.push_back({(2 + std::cos(2.5 * t)) * std::cos(t), (2 + std::cos(2.5 * t)) * std::sin(t), 0});
+    }
+    FitOptions ring;
+    ring.closed = true;
+    const Nurbs a = interpolate(eight, ring).curve, b = interpolate(flower, ring).curve;
+    const Intersections r = intersect(a, a), petals = intersect(b, b);
+    ASSERT_EQ(r.points.size(), 1u);
+    EXPECT_LE(r.points[0].point.asVector().length(), 1e-9);
+    EXPECT_EQ(petals.points.size(), 5u);
+    for (const Crossing& c : petals.points) {
+        EXPECT_GT(c.second - c.first, 0.05 * (b.end() - b.start()));
+        EXPECT_LE(b.point(c.first).distanceTo(b.point(c.second)), 1e-8);
+    }
+    EXPECT_EQ(petals.shared.size(), 1u);
 }
 
 } // namespace
