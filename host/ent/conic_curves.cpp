@@ -1,4 +1,6 @@
 // What circles, arcs and ellipses do as curves.
+#include <optional>
+
 #include "host/ent/conics.h"
 #include "host/ent/curve_make.h"
 #include "host/ent/filing.h"
@@ -6,6 +8,7 @@
 namespace {
 
 constexpr double kTwoPi = 2 * std::numbers::pi;
+constexpr double kRounding = 1e-12; // of angles
 
 double turned(double angle) {
     const double rest = std::fmod(angle, kTwoPi);
@@ -37,6 +40,27 @@ double scaledThickness(double thickness, const AcGeMatrix3d& matrix, const AcGeV
 void appendQuarters(const host::ge::EllipticArc& arc, AcGePoint3dArray& points) {
     points.append(arc.center);
     for (int quarter = 0; quarter < 4; ++quarter) points.append(arc.point(quarter * std::numbers::pi / 2));
+}
+
+// The parameter of an arc's new start or end.
+struct LongerArc {
+    bool atStart;
+    double param;
+};
+std::optional<LongerArc> longerArc(const host::ge::EllipticArc& arc, double toParam) {
+    if (!std::isfinite(toParam) || !(arc.majorRadius() > 0)) return {};
+    const bool atStart = toParam < arc.start;
+    const double sweep = atStart ? arc.end - toParam : toParam - arc.start;
+    if (sweep <= arc.sweep() || sweep >= kTwoPi) return {};
+    return LongerArc{atStart, toParam};
+}
+// To the nearest place of the whole circle or ellipse, unless the arc has it already.
+std::optional<LongerArc> longerArc(const host::ge::EllipticArc& arc, bool atStart, const AcGePoint3d& to) {
+    if (!host::finite(to) || !(arc.majorRadius() > 0) || arc.isClosed()) return {};
+    const double at = arc.part(0, kTwoPi).closestTo(to).param;
+    const double beyond = atStart ? turned(arc.start - at) : turned(at - arc.end);
+    if (!(beyond > kRounding) || !(beyond + arc.sweep() < kTwoPi - kRounding)) return {};
+    return LongerArc{atStart, atStart ? arc.start - beyond : arc.end + beyond};
 }
 
 } // namespace
@@ -106,17 +130,14 @@ Acad::ErrorStatus AcDbArc::reverseCurve() {
 }
 
 Acad::ErrorStatus AcDbArc::extend(double toParam) {
-    const double total = totalAngle();
-    if (!std::isfinite(toParam)) return Acad::eInvalidInput;
-    const bool atStart = toParam < start_;
-    const double grown = atStart ? start_ + total - toParam : toParam - start_;
-    if (grown <= total || grown >= kTwoPi) return Acad::eInvalidInput;
-    HOST_SET((atStart ? start_ : end_), turned(toParam));
+    const auto longer = longerArc(*makePath().asConic(), toParam);
+    if (!longer) return Acad::eInvalidInput;
+    HOST_SET((longer->atStart ? start_ : end_), turned(longer->param));
 }
 Acad::ErrorStatus AcDbArc::extend(Adesk::Boolean atStart, const AcGePoint3d& toPoint) {
-    if (!host::finite(toPoint)) return Acad::eInvalidInput;
-    const auto circle = host::ge::fullCircle(center_, normal_, radius_);
-    HOST_SET((atStart ? start_ : end_), turned(circle.closestTo(toPoint).param));
+    const auto longer = longerArc(*makePath().asConic(), atStart, toPoint);
+    if (!longer) return Acad::eInvalidInput;
+    HOST_SET((atStart ? start_ : end_), turned(longer->param));
 }
 
 Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& matrix) {
@@ -202,6 +223,25 @@ Acad::ErrorStatus AcDbEllipse::reverseCurve() {
     const host::ge::EllipticArc back = makePath().asConic()->reversed();
     if (auto es = willModify(); es != Acad::eOk) return es;
     normal_ = back.normal, major_ = back.majorAxis, start_ = back.start, end_ = back.end;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbEllipse::extend(double toParam) {
+    const host::CurvePath whole = makePath();
+    const auto longer = longerArc(*whole.asConic(), toParam);
+    if (!longer) return Acad::eInvalidInput;
+    return extendTo(*whole.asConic(), longer->atStart, longer->param);
+}
+Acad::ErrorStatus AcDbEllipse::extend(Adesk::Boolean atStart, const AcGePoint3d& toPoint) {
+    const host::CurvePath whole = makePath();
+    const auto longer = longerArc(*whole.asConic(), atStart, toPoint);
+    if (!longer) return Acad::eInvalidInput;
+    return extendTo(*whole.asConic(), atStart, longer->param);
+}
+Acad::ErrorStatus AcDbEllipse::extendTo(const host::ge::EllipticArc& arc, bool atStart, double param) {
+    if (auto es = willModify(); es != Acad::eOk) return es;
+    // The parameters of both ends rise, however they were told before.
+    start_ = atStart ? param : arc.start, end_ = atStart ? arc.end : param;
     return Acad::eOk;
 }
 

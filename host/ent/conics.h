@@ -110,6 +110,8 @@ public:
     Acad::ErrorStatus get(AcGePoint3d& center, AcGeVector3d& normal, AcGeVector3d& majorAxis,
                           double& radiusRatio, double& startAngle, double& endAngle) const;
 
+    Acad::ErrorStatus extend(double toParam) override;
+    Acad::ErrorStatus extend(Adesk::Boolean atStart, const AcGePoint3d& toPoint) override;
     Acad::ErrorStatus reverseCurve() override;
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void inDone(host::ReadContext& context) override;
@@ -126,6 +128,7 @@ protected:
                                              const AcGeVector3d& offset) override;
 
 private:
+    Acad::ErrorStatus extendTo(const host::ge::EllipticArc& arc, bool atStart, double param);
     AcGePoint3d center_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis, major_ = AcGeVector3d::kXAxis;
     double ratio_ = 1, start_ = 0, end_ = 6.28318530717958647692; // parameters, not true angles

@@ -50,6 +50,9 @@ public:
     // The pieces between the parameters, which must ascend; AcDbCurve* each.
     virtual Acad::ErrorStatus getSplitCurves(const AcGeDoubleArray& params, AcDbVoidPtrArray& pieces) const;
     virtual Acad::ErrorStatus getSplitCurves(const AcGePoint3dArray& points, AcDbVoidPtrArray& pieces) const;
+    // Longer on along the end's line, circle or ellipse, to a parameter outside the range or the place
+    // nearest to a point. Lines, arcs and open polylines have it, others give eNotApplicable; eInvalidInput
+    // for closed curves and where the curve wouldn't grow, or would come round to its other end.
     virtual Acad::ErrorStatus extend(double toParam);
     virtual Acad::ErrorStatus extend(Adesk::Boolean atStart, const AcGePoint3d& toPoint);
     // The area enclosed with the chord between the ends; eNonPlanarEntity in space.

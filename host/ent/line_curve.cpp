@@ -31,6 +31,8 @@ Acad::ErrorStatus AcDbLine::extend(double toParam) {
 Acad::ErrorStatus AcDbLine::extend(Adesk::Boolean atStart, const AcGePoint3d& toPoint) {
     if (!host::finite(toPoint) || !(start_.distanceTo(end_) > 0)) return Acad::eInvalidInput;
     const AcGePoint3d onLine = AcGeLine3d(start_, end_).closestPointTo(toPoint);
+    const AcGeVector3d beyond = onLine - (atStart ? start_ : end_);
+    if (!(beyond.dotProduct(atStart ? start_ - end_ : end_ - start_) > 0)) return Acad::eInvalidInput;
     if (auto es = willModify(); es != Acad::eOk) return es;
     (atStart ? start_ : end_) = onLine;
     return Acad::eOk;

@@ -69,7 +69,7 @@ Acad::ErrorStatus AcDb3dPolyline::extend(Adesk::Boolean atStart, const AcGePoint
     const AcGePoint3d end = points[atStart ? 0 : n - 1], from = points[atStart ? 1 : n - 2];
     const AcGeVector3d along = end - from;
     const double t = (toPoint - from).dotProduct(along) / along.lengthSqrd();
-    if (!(t > 0)) return Acad::eInvalidInput;
+    if (!(t > 1)) return Acad::eInvalidInput;
     if (auto es = willModify(); es != Acad::eOk) return es;
     const size_t which = atStart ? 0 : n - 1;
     size_t at = 0;

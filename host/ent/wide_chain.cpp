@@ -7,6 +7,10 @@
 
 namespace host {
 
+namespace {
+constexpr double kRounding = 1e-12; // of a growth, as a part of the segment or in radians
+}
+
 int WideChain::segments() const {
     const int n = int(vertices.size());
     return n < 2 ? 0 : closed ? n : n - 1;
@@ -63,14 +67,15 @@ bool WideChain::extendEnd(const AcGePoint2d& to) {
     if (s.isStraight()) {
         const AcGeVector2d along = s.end - s.start;
         const double t = (to - s.start).dotProduct(along) / along.lengthSqrd();
-        if (!(t > 0)) return false;
+        if (!(t > 1 + kRounding)) return false;
         return end = s.start + along * t, true;
     }
     ge::BulgeCircle circle = s.circle();
     double turn = std::fmod((to - circle.center).angle() - circle.startAngle, 2 * std::numbers::pi);
     const double sense = circle.sweep < 0 ? -1 : 1;
     if (turn * sense <= 0) turn += sense * 2 * std::numbers::pi;
-    if (!(std::fabs(turn) < 2 * std::numbers::pi)) return false;
+    const double most = 2 * std::numbers::pi - kRounding;
+    if (!(std::fabs(turn) > std::fabs(circle.sweep) + kRounding && std::fabs(turn) < most)) return false;
     circle.sweep = turn;
     from.bulge = ge::bulgeOfSweep(turn);
     end = ge::bulgeSegment(circle).end;

@@ -21,7 +21,7 @@ struct WideChain {
     // A closed chain keeps its first vertex.
     WideChain reversed() const;
     // With its last segment going on to the point nearest to `to` on its line or circle. False, and
-    // nothing changed, when closed, too short, or when that leaves nothing of the segment.
+    // nothing changed, when closed, too short, or when the segment wouldn't grow.
     bool extendEnd(const AcGePoint2d& to);
     bool extend(bool atStart, const AcGePoint2d& to);
     // The place at a parameter before the first or after the last, on the end segment's line or circle.
