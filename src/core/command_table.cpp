@@ -2,6 +2,7 @@
 #include "core/command_table.h"
 
 #include "aids/insert/insert_commands.h"
+#include "core/about.h"
 #include "core/messages.h"
 #include "core/sysvar_stack.h"
 #include "curves/conversion/conversion_commands.h"
@@ -12,7 +13,7 @@ namespace {
 
 // clang-format off
 constexpr CommandEntry kTable[] = {
-    {L"SCVN_ABOUT", L"ABOUT_CVANE", ACRX_CMD_MODAL, Section::host, nullptr, L"关于对话框及语言选择"},
+    {L"SCVN_ABOUT", L"ABOUT_CVANE", ACRX_CMD_MODAL, Section::host, AboutCommand, L"关于对话框及语言选择"},
     {L"CORVANE", L"CVANE", ACRX_CMD_MODAL, Section::host, LoadMenuFile, L"加载菜单文件并显示菜单"},
     {L"SCVN_PLYH", L"PLYH", ACRX_CMD_MODAL, Section::curves, ThinPolylinesCommand, L"在允许误差内精简并理顺多段线"},
     {L"SCVN_PLYH2", L"PLYH2", ACRX_CMD_MODAL, Section::curves, RemoveDuplicatesCommand, L"就地删除重复顶点"},

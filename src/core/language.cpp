@@ -68,11 +68,13 @@ void SetLanguage(const std::wstring& code) {
     RegWriteText(kCurrentUser, kSettingsKey, L"Language", service().activeOverride);
 }
 
+bool SpeaksSourceLanguage() { return SameLanguage(ActiveLanguage(), service().file.SourceLanguage); }
+
 CString Translate(const wchar_t* source) { return TranslateOr(source, source); }
 
 CString TranslateOr(const wchar_t* source, const wchar_t* otherwise) {
     if (!source || !*source) return otherwise;
-    if (SameLanguage(ActiveLanguage(), service().file.SourceLanguage)) return source;
+    if (SpeaksSourceLanguage()) return source;
     const std::wstring found = translation(source);
     if (!found.empty()) return found;
     return otherwise && *otherwise ? otherwise : source;

@@ -13,6 +13,8 @@ namespace corvane {
 std::wstring ActiveLanguage();
 // From now on, and in the settings for the next time.
 void SetLanguage(const std::wstring& code);
+// True when texts are shown as they stand in the sources.
+bool SpeaksSourceLanguage();
 
 CString Translate(const wchar_t* source);
 CString TranslateOr(const wchar_t* source, const wchar_t* otherwise);

@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 
 #include "core/language.h"
 #include "core/language_file.h"
@@ -76,6 +78,50 @@ TEST(Language, EveryTextOfTheSourcesHasItsEnglishLineWithTheSamePlaceholders) {
     EXPECT_EQ(0, std::system("python3 '" CORVANE_SOURCE_DIR "/scripts/texts' --check"));
 }
 
+TEST(Language, TextsOfCodeAndOfDialogTemplatesAreFoundAndTranslationsKept) {
+    namespace fs = std::filesystem;
+    std::string root = (fs::temp_directory_path() / "corvane-texts-XXXXXX").string();
+    ASSERT_TRUE(mkdtemp(root.data()));
+    fs::create_directories(root + "/src");
+    fs::create_directories(root + "/resources/dialogs");
+    std::ofstream(root + "/src/a.cpp")
+        << "// L\"注\"\nf(L\"\\n请选择 %d>\");\nL\"名\" // untranslated\nPrintLine(L\"Plain\");\n";
+    std::ofstream(root + "/resources/dialogs/a.rc") << "// \"注释\"\nCAPTION \"关于\"\nBEGIN\n"
+                                                       "  LTEXT \"第一行\\n第\"\"二\"\"行\",5,0,0,9,9\n"
+                                                       "  PUSHBUTTON \"OK\",1,0,0,9,9\nEND\n";
+    const auto texts = [&](const std::string& option) {
+        return std::system(
+            ("python3 '" CORVANE_SOURCE_DIR "/scripts/texts' --root " + root + option + " 2>/dev/null")
+                .c_str());
+    };
+    const auto file = [&] {
+        std::ifstream in(root + "/resources/CorvaneLang.ini");
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    EXPECT_EQ(0, texts(""));
+    EXPECT_NE(0, texts(" --check")) << "English is missing";
+    std::string filled = file();
+    for (const auto& [source, english] :
+         {std::pair(L"请选择 %d>", "Select %d>"), std::pair(L"Plain", "Plain"), std::pair(L"关于", "About"),
+          std::pair(L"第一行\n第\"二\"行", "One\\nTwo")}) {
+        const std::string key = host::utf8(keyOf(source, L"en")) + "=";
+        const size_t at = filled.find(key);
+        ASSERT_NE(filled.npos, at) << host::utf8(source);
+        filled.insert(at + key.size(), english);
+        if (source[0] == L'关') filled += host::utf8(keyOf(source, L"fr")) + "=À propos\n";
+    }
+    EXPECT_EQ(4, std::count(filled.begin(), filled.end(), '=') - 3)
+        << "comments and plain captions aren't texts";
+    std::ofstream(root + "/resources/CorvaneLang.ini") << filled;
+    EXPECT_EQ(0, texts(" --check"));
+    EXPECT_EQ(0, texts(""));
+    EXPECT_THAT(file(), testing::HasSubstr("=À propos\n")) << "a line of any language is kept";
+    filled.replace(filled.find("Select %d"), 9, "Select %s");
+    std::ofstream(root + "/resources/CorvaneLang.ini") << filled;
+    EXPECT_NE(0, texts(" --check")) << "placeholders differ";
+    fs::remove_all(root);
+}
+
 TEST(Language, ACommandSpeaksTheLanguageAskedFor) {
     support::Drawing drawing;
     drawing.addPolyline({{0, 0}, {0, 0}, {9, 0}});
@@ -88,4 +134,36 @@ TEST(Language, ACommandSpeaksTheLanguageAskedFor) {
     EXPECT_TRUE(std::all_of(english.begin(), english.end(), [](char c) {
         return static_cast<unsigned char>(c) < 0x80;
     })) << english;
+}
+
+TEST(Language, NoCommandShowsChineseWhereEnglishIsSpoken) {
+    // Names of languages stand in their own.
+    const auto withoutLanguageNames = [](std::string text) {
+        for (const std::string name : {"简体中文", "日本語"})
+            for (size_t at; (at = text.find(name)) != text.npos;) text.erase(at, name.size());
+        return text;
+    };
+    const auto chinese = [](const std::wstring& text) {
+        return std::any_of(text.begin(), text.end(), [](wchar_t c) {
+            return (c >= 0x2E80 && c <= 0x9FFF) || (c >= 0xFF00 && c <= 0xFFEF);
+        });
+    };
+    size_t tried = 0;
+    for (const CommandEntry& row : CommandTable()) {
+        if (!row.handler) continue;
+        // Nothing chosen, everything chosen with Enter to each question, and what dialogs show.
+        for (const wchar_t* answers : {L"\n\n\n\n", L"\nall\n\n\n\n\n\n\n\n", L"\n?\nCANCEL\n"}) {
+            support::Drawing drawing;
+            drawing.addPolyline({{0, 0}, {5, 0}, {5, 0}, {9, 7}}, true);
+            drawing.add3dPolyline(AcGePoint3dArray());
+            drawing.add(std::make_unique<AcDbCircle>(AcGePoint3d(20, 0, 0), AcGeVector3d::kZAxis, 3.0));
+            host::setRequestedLanguage("en");
+            const std::string transcript =
+                withoutLanguageNames(drawing.run(row.localName + std::wstring(answers)));
+            host::setRequestedLanguage("zh");
+            EXPECT_FALSE(chinese(host::wide(transcript))) << host::utf8(row.localName) << ": " << transcript;
+            ++tried;
+        }
+    }
+    EXPECT_GE(tried, 40u);
 }
