@@ -186,7 +186,9 @@ PromptFrontEnd::Line PromptFrontEnd::readLine(const std::string& prompt) {
 
 host::PromptReply PromptFrontEnd::replyTo(const host::PromptRequest& request) {
     host::PromptReply reply;
-    const host::ScriptReader::Answer answer = pending_->next(request.blanksEnd, request.pointing());
+    const host::ScriptReader::Answer answer = request.kind == host::PromptRequest::Kind::dialog
+                                                  ? pending_->nextAction()
+                                                  : pending_->next(request.blanksEnd, request.pointing());
     reply.kind = answer.escape         ? host::PromptReply::Kind::cancel
                  : answer.text.empty() ? host::PromptReply::Kind::enter
                                        : host::PromptReply::Kind::text;

@@ -11,6 +11,7 @@
 #include "host/os/locale.h"
 #include "host/os/shell.h"
 #include "host/os/text.h"
+#include "host/picture/dialog_pictures.h"
 #include "host/picture/fonts.h"
 
 namespace app {
@@ -43,6 +44,7 @@ Session::Session(host::FrontEnd* frontEnd) {
     host::startHost();
     host::setFrontEnd(frontEnd);
     host::installTextMetrics(tellFont);
+    host::installDialogPictures();
     host::setShellHandler([](const host::ShellRequest& request) {
         host::frontEnd().open(request.parameters.empty() ? request.target
                                                          : request.target + L" " + request.parameters);

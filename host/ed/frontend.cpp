@@ -27,7 +27,8 @@ bool PromptRequest::pointing() const {
     case Kind::text:
     case Kind::line:
     case Kind::keyword:
-    case Kind::file: return false;
+    case Kind::file:
+    case Kind::dialog: return false;
     default: return true;
     }
 }

@@ -28,7 +28,8 @@ struct PromptRequest {
         entity,
         nestedEntity,
         objects,
-        file
+        file,
+        dialog // an action on the dialog that is open, see dialog_action.h
     };
     Kind kind = Kind::command;
     std::wstring text;                  // as shown, may begin with a line end
@@ -68,6 +69,8 @@ public:
     // Work done so far, 0 to 1, with a caption; false when the user wants it stopped.
     virtual bool progress(const std::wstring& caption, double share) = 0;
     virtual void redraw() {}
+    // Time for somebody who watches; scripts don't wait.
+    virtual void wait(unsigned milliseconds) { (void)milliseconds; }
     virtual bool interactive() const { return false; }
 };
 

@@ -86,6 +86,27 @@ ScriptReader::Answer ScriptReader::next(bool blanksEnd, bool pointing) {
     return answer;
 }
 
+// The next word of this line is a pair of numbers.
+bool ScriptReader::pointFollows() const {
+    const size_t end = std::min(script_.find_first_of(L" \t\n", at_), script_.size());
+    const std::wstring word = script_.substr(at_, end - at_);
+    return !lineStart_ && word.find(L',') != word.npos &&
+           word.find_first_not_of(L"0123456789+-.,eE") == word.npos;
+}
+
+ScriptReader::Answer ScriptReader::nextAction() {
+    passComments();
+    Answer answer;
+    answer.line = line_;
+    answer.text = word();
+    const std::wstring folded = lower(answer.text);
+    const bool drags = folded == L"drag";
+    if ((drags || folded == L"picture") && !lineStart_) answer.text += L' ' + word();
+    while (drags && pointFollows()) answer.text += L' ' + word();
+    answer.escape = answer.text == L"^C" || answer.text == L"^c";
+    return answer;
+}
+
 void Transcript::print(const std::wstring& text) {
     std::wstring shown = text;
     std::erase(shown, L'\r');
@@ -115,9 +136,12 @@ PromptReply ScriptFrontEnd::ask(const PromptRequest& request) {
             reply.kind = PromptReply::Kind::exhausted;
             return reply;
         }
-        const ScriptReader::Answer answer = reader_.next(request.blanksEnd, request.pointing());
+        const bool action = request.kind == PromptRequest::Kind::dialog;
+        const ScriptReader::Answer answer =
+            action ? reader_.nextAction() : reader_.next(request.blanksEnd, request.pointing());
         // Blank lines between commands part them for the eye; they don't run the last command again.
-        if (command && answer.text.empty()) continue;
+        // Nor do they close a dialog.
+        if ((command || action) && answer.text.empty()) continue;
         transcript_.print(request.text);
         transcript_.print(answer.escape ? L"*Cancel*" : answer.text);
         transcript_.finishLine();

@@ -26,11 +26,15 @@ public:
     // The next answer; `blanksEnd` as the prompt has it. `pointing` is set where the cursor matters: there
     // "move" and "keys" take the word behind them along. Call only when not atEnd().
     Answer next(bool blanksEnd, bool pointing = false);
+    // An action on a dialog: a word, quotes left in; `drag` with its control and points, `picture` with its
+    // file.
+    Answer nextAction();
     int line() const { return line_; }
 
 private:
     void passComments();
     std::wstring word();
+    bool pointFollows() const;
     std::wstring restOfLine();
     std::wstring script_;
     size_t at_ = 0;

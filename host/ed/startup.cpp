@@ -3,6 +3,7 @@
 
 #include "host/ed/application.h"
 #include "host/ed/commands.h"
+#include "host/ed/dialog_script.h"
 #include "host/ed/interpreter.h"
 #include "host/ent/register.h"
 #include "host/view/screen.h"
@@ -19,6 +20,7 @@ void startHost() {
     acrxSysRegistry()->atPut(ACRX_DYNAMIC_LINKER, acrxDynamicLinkerPtr());
     screen();
     registerHostCommands();
+    installPromptedDialogs();
 }
 
 } // namespace host

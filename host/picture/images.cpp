@@ -45,11 +45,15 @@ LoadedImage plain(const QImage& read) {
 } // namespace
 
 LoadedImage loadImage(const std::string& path) {
-    ensureToolkit();
-    const QuietToolkit quiet;
     MappedFile file;
     if (const FileError error = file.open(path)) return failed(path, error.message);
-    QByteArray bytes = QByteArray::fromRawData(file.bytes().data(), qsizetype(file.bytes().size()));
+    return decodeImage(file.bytes(), path);
+}
+
+LoadedImage decodeImage(std::string_view data, const std::string& path) {
+    ensureToolkit();
+    const QuietToolkit quiet;
+    QByteArray bytes = QByteArray::fromRawData(data.data(), qsizetype(data.size()));
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer);

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace host {
@@ -20,6 +21,9 @@ struct LoadedImage {
 // Pictures turned by their camera's mark are turned upright. Files that aren't such images, are damaged, or
 // are larger than 32 768 on a side or 100 million pixels give an error and no pixels.
 LoadedImage loadImage(const std::string& path);
+
+// The same from the bytes of such a file; `name` is for the message.
+LoadedImage decodeImage(std::string_view bytes, const std::string& name);
 
 // Writes a PNG file; the message is empty when it went well.
 std::string savePng(const std::string& path, int width, int height, const std::vector<std::uint8_t>& rgba);

@@ -62,8 +62,10 @@ private:
     bool isWord(std::wstring_view word) const { return is(Kind::word) && equalNoCase(now().text, word); }
     Token take() { return at_ + 1 < tokens_.size() ? tokens_[at_++] : tokens_[at_]; }
     bool pass(Kind kind) { return is(kind) && (take(), true); }
-    [[noreturn]] void fail(const std::string& what) {
-        complaints_.push_back({now().line, what});
+    [[noreturn]] void fail(const std::string& what) { failAt(now().line, what); }
+    [[noreturn]] void failBehind(const std::string& what) { failAt(tokens_[at_ - 1].line, what); }
+    [[noreturn]] void failAt(int line, const std::string& what) {
+        complaints_.push_back({line, what});
         throw Failure{};
     }
     std::string found() const {
@@ -133,7 +135,7 @@ private:
         const bool minus = pass(Kind::minus);
         if (!is(Kind::number)) fail(std::string(what) + " must be a number, not " + found());
         const long long value = take().number;
-        if (value > 65535) fail(std::string(what) + " is too large");
+        if (value > 65535) failBehind(std::string(what) + " is too large");
         return minus ? -int(value) : int(value);
     }
     CRect rectangle() {
@@ -144,9 +146,9 @@ private:
         const int width = number("the width");
         comma("the width");
         const int height = number("the height");
-        if (width < 0 || height < 0) fail("the size must not be negative");
+        if (width < 0 || height < 0) failBehind("the size must not be negative");
         if (std::abs(x) > 32767 || std::abs(y) > 32767 || width > 32767 || height > 32767)
-            fail("coordinates go up to 32767");
+            failBehind("coordinates go up to 32767");
         return CRect(CPoint(x, y), CSize(width, height));
     }
     // Names and numbers joined by |; NOT takes bits away from `bits`.
@@ -211,7 +213,8 @@ private:
     }
     void font(DialogTemplate& made) {
         made.pointSize = number("the font's size");
-        if (made.pointSize < 1 || made.pointSize > 200) fail("the font's size must be from 1 to 200 points");
+        if (made.pointSize < 1 || made.pointSize > 200)
+            failBehind("the font's size must be from 1 to 200 points");
         comma("the font's size");
         made.typeface = text("the font's name");
         if (pass(Kind::comma)) made.weight = number("the font's weight");

@@ -61,6 +61,9 @@ public:
     virtual ImagePixels decode(std::string_view bytes, std::string& error) = 0;
     // Draws over the pixels that are there, which are as large as the recording.
     virtual void draw(const Recording& recording, ImagePixels& onto) = 0;
+    // Writes a PNG file with `scale` pixels for one of the recording. What went wrong; empty when all is
+    // well.
+    virtual std::string save(const Recording& recording, double scale, const std::string& path) = 0;
 };
 PictureServices* pictureServices(); // null until someone fills it
 void setPictureServices(PictureServices* services);
