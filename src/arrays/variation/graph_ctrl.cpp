@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-#include "core/language.h"
+#include "core/dialog.h"
 
 namespace corvane {
 namespace {
@@ -50,14 +50,16 @@ ON_CONTROL_RANGE(EN_CHANGE, kOneCurveGraph.gainId, kMoreCurvesGraph.gainId, &CVa
 ON_CONTROL_RANGE(EN_KILLFOCUS, kOneCurveGraph.gainId, kMoreCurvesGraph.gainId, &CVariationGraph::OnGainLeft)
 END_MESSAGE_MAP()
 
-bool CVariationGraph::CreateIn(CWnd* dialog, const CRect& rect) {
+bool CVariationGraph::CreateIn(CWnd* dialog, const CRect& rect, double scale) {
     const wchar_t* className = AfxRegisterWndClass(0);
     if (rect.IsRectEmpty() || !Create(className, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPCHILDREN,
                                       rect, dialog, traits_.id))
         return false;
     constexpr int kCorner = 2, kWidth = 26, kHeight = 16;
-    gainEdit_.Create(WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | ES_NUMBER,
-                     CRect(CPoint(kCorner, kCorner), CSize(kWidth, kHeight)), this, traits_.gainId);
+    gainEdit_.Create(
+        WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER | ES_NUMBER,
+        CRect(CPoint(kCorner, kCorner), CSize(ScaledLength(kWidth, scale), ScaledLength(kHeight, scale))),
+        this, traits_.gainId);
     gainEdit_.SetFont(dialog->GetFont());
     showGain();
     host_door::setDragUnits(m_hWnd, [this](double t, double percent) {

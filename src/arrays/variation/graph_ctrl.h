@@ -32,8 +32,9 @@ inline constexpr GroupColors kGroupColors[2] = {{RGB(214, 240, 214), RGB(0, 100,
 class CVariationGraph : public CWnd {
 public:
     explicit CVariationGraph(const GraphTraits& traits) : traits_(traits) {}
-    // Over that rectangle of the dialog's client area, with the edit for the gain in its corner.
-    bool CreateIn(CWnd* dialog, const CRect& rect);
+    // Over that rectangle of the dialog's client area, with the edit for the gain, scaled as the dialog's
+    // text is, in its corner.
+    bool CreateIn(CWnd* dialog, const CRect& rect, double scale = 1);
 
     void SetCurve(const VariationCurve& curve, int gain, COLORREF background);
     const VariationCurve& Curve() const { return curve_; }

@@ -75,7 +75,7 @@ void CVariationDialog::placeGraph() {
     graphMade_ = MakeGraph(place);
 }
 
-bool CVariationDialog::MakeGraph(const CRect& place) { return graph_.CreateIn(this, place); }
+bool CVariationDialog::MakeGraph(const CRect& place) { return graph_.CreateIn(this, place, scale); }
 
 void CVariationDialog::takeOverGroupBoxes() {
     for (HWND child = ::GetWindow(m_hWnd, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
