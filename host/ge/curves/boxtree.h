@@ -37,10 +37,11 @@ private:
         return a.minPoint().x <= b.maxPoint().x && b.minPoint().x <= a.maxPoint().x &&
                a.minPoint().y <= b.maxPoint().y && b.minPoint().y <= a.maxPoint().y;
     }
-    static double distance(const AcDbExtents2d& box, const AcGePoint2d& p) {
-        const double dx = std::max({box.minPoint().x - p.x, p.x - box.maxPoint().x, 0.0});
-        const double dy = std::max({box.minPoint().y - p.y, p.y - box.maxPoint().y, 0.0});
-        return AcGeVector2d(dx, dy).length();
+    // Squared: roots would be most of a search's cost.
+    static double squaredDistance(const AcDbExtents2d& box, const AcGePoint2d& p) {
+        const double dx = std::max(std::max(box.minPoint().x - p.x, p.x - box.maxPoint().x), 0.0);
+        const double dy = std::max(std::max(box.minPoint().y - p.y, p.y - box.maxPoint().y), 0.0);
+        return dx * dx + dy * dy;
     }
     void split(const Stretch& stretch, std::vector<Stretch>& open);
 
@@ -71,26 +72,29 @@ template <class Distance>
 double BoxTree::nearest(const AcGePoint2d& point, double bound, double enough, Distance&& measure) const {
     struct Open {
         int node;
-        double least;
+        double least; // squared distance
     };
     // Deeper than any tree of this many halvings.
     std::array<Open, 128> open;
     size_t top = 0;
-    if (!nodes_.empty()) open[top++] = {0, distance(nodes_[0].box, point)};
+    double square = bound * bound;
+    if (!nodes_.empty()) open[top++] = {0, squaredDistance(nodes_[0].box, point)};
     while (top > 0 && bound > enough) {
         const Open next = open[--top];
-        if (next.least >= bound) continue;
+        if (next.least >= square) continue;
         const Node& node = nodes_[size_t(next.node)];
         if (node.count == 0) {
-            Open near{node.first, distance(nodes_[size_t(node.first)].box, point)};
-            Open far{node.first + 1, distance(nodes_[size_t(node.first) + 1].box, point)};
+            Open near{node.first, squaredDistance(nodes_[size_t(node.first)].box, point)};
+            Open far{node.first + 1, squaredDistance(nodes_[size_t(node.first) + 1].box, point)};
             if (far.least < near.least) std::swap(near, far);
-            open[top++] = far, open[top++] = near;
+            if (far.least < square) open[top++] = far;
+            if (near.least < square) open[top++] = near;
             continue;
         }
         for (int i = node.first; i < node.first + node.count; ++i) {
             const int index = order_[size_t(i)];
-            if (distance(boxes_[size_t(index)], point) < bound) bound = std::min(bound, measure(index));
+            if (squaredDistance(boxes_[size_t(index)], point) >= square) continue;
+            bound = std::min(bound, measure(index)), square = bound * bound;
         }
     }
     return bound;

@@ -69,17 +69,6 @@ bool Source::isTooNear(const AcGePoint2d& point) const {
     return tree.nearest(point, distance, enough, measure) < enough;
 }
 
-Source::Nearest Source::nearest(const AcGePoint2d& point) const {
-    Nearest best{point, distance};
-    const auto measure = [&](int i) {
-        const BulgeClosest c = segments[size_t(i)].closestTo(point);
-        if (c.distance < best.distance) best = {c.point, c.distance};
-        return c.distance;
-    };
-    tree.nearest(point, distance, 0, measure);
-    return best;
-}
-
 std::vector<Edge> rightEdges(const Source& source) { return side(source, source.distance); }
 
 std::vector<Edge> otherEdges(const Source& source) {

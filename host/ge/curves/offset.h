@@ -27,7 +27,7 @@ struct OffsetChain {
 // hundred distances off, or would come too near to the polyline or reach over another stretch of the
 // parallel. Pieces of no length and arcs too small for the distance count for nothing. Empty when nothing
 // remains, for a distance of 0 and for numbers that aren't finite. The cost grows as n log n while the
-// distance is some segments long; where it is thousands of them long, places are found by more looking about.
+// distance is some segments long; where it is thousands of them long, about as n^1.4.
 std::vector<OffsetChain> offsetPolyline(const std::vector<BulgeVertex>& vertices, bool closed,
                                         double distance, OffsetCorner corners = OffsetCorner::sharp);
 

@@ -9,7 +9,7 @@ namespace host::ge::offsetting {
 
 namespace {
 
-constexpr int kSteps = 24;          // from an end of an edge, looking for where it begins to be valid
+constexpr int kSteps = 12;          // from an end of an edge, looking for where it begins to be valid
 constexpr double kMerge = 10;       // slacks between cuts that are one
 constexpr double kFlatBulge = 1e-5; // of arcs that are too flat to be seen from their centre
 
@@ -40,33 +40,81 @@ double lengthInside(const BulgeSegment& edge, const AcGePoint2d& center, double 
     return r * (std::acos(std::min(cosine, 1.0)) - angle);
 }
 
-// The part of the edge's length from its start that is surely too near. Where a place of the source is nearer
-// than the distance, the edge is out until it leaves the disc about that place.
-double deadLength(const Source& source, const BulgeSegment& edge) {
-    const double length = edge.length();
-    double dead = 0;
-    for (int step = 0; step < kSteps && dead < length; ++step) {
-        const BulgeSegment rest = edge.part(dead / length, 1);
-        const Source::Nearest near = source.nearest(rest.start);
-        if (near.distance >= source.distance - source.slack) break;
-        const double inside = lengthInside(rest, near.place, source.distance);
-        if (!(inside > source.slack)) break;
-        dead += inside;
-    }
-    return dead;
-}
+// Finds what of the edges is surely too near. Where a place of the source is nearer than the distance, an
+// edge is out until it leaves the disc about that place. The segment that put out the last edge mostly puts
+// out the next one too, at the cost of one question instead of a search.
+class Reaper {
+public:
+    explicit Reaper(const Source& source) : source_(source) {}
 
-// All valid places of an edge are in it. Large insets shrink to little, and few pairs of edges remain to be
-// cut.
-Range liveRange(const Source& source, const Edge& edge) {
-    const double length = edge.shape.length(), reach = kMerge * source.slack;
-    const double first = deadLength(source, edge.shape);
-    if (first > length + reach) return {};
-    const double last = length - deadLength(source, edge.shape.reversed());
-    if (last < first - reach) return {};
-    const auto inside = [](double f) { return std::clamp(f, 0.0, 1.0); };
-    return {inside((first - reach) / length), inside((last + reach) / length)};
-}
+    // All valid places of an edge are in it. Large insets shrink to little, and few pairs of edges remain to
+    // be cut.
+    Range liveRange(const Edge& edge) {
+        const double length = edge.shape.length(), reach = kMerge * source_.slack;
+        const double first = deadLength(edge.shape, length);
+        if (first > length + reach) return {};
+        const double last = length - deadLength(edge.shape.reversed(), length);
+        if (last < first - reach) return {};
+        const auto inside = [](double f) { return std::clamp(f, 0.0, 1.0); };
+        return {inside((first - reach) / length), inside((last + reach) / length)};
+    }
+
+private:
+    struct Nearest {
+        AcGePoint2d place;
+        double distance;
+        int segment;
+    };
+
+    // From the start of the edge.
+    double deadLength(const BulgeSegment& edge, double length) {
+        const double all = length + kMerge * source_.slack;
+        double dead = 0;
+        for (int step = 0; step < kSteps && dead < length; ++step) {
+            const BulgeSegment rest = step == 0 ? edge : edge.part(dead / length, 1);
+            if (last_ >= 0) {
+                const BulgeClosest c = source_.segments[size_t(last_)].closestTo(rest.start);
+                const double out = insideDisc(rest, c.point, c.distance);
+                if (dead + out > all) return dead + out;
+            }
+            const Nearest near = nearest(rest, all - dead);
+            const double out = insideDisc(rest, near.place, near.distance);
+            if (!(out > source_.slack)) break;
+            dead += out, last_ = near.segment;
+        }
+        return dead;
+    }
+
+    // What of the source is nearest to the start of the rest; any place that puts out as much as asked for
+    // ends the search. Most edges begin where the one before ended.
+    Nearest nearest(const BulgeSegment& rest, double enough) {
+        const AcGePoint2d& point = rest.start;
+        if (isKnown_ && point.x == asked_.x && point.y == asked_.y) return known_;
+        Nearest best{point, source_.distance, -1};
+        bool isFound = false;
+        const auto measure = [&](int i) {
+            const BulgeClosest c = source_.segments[size_t(i)].closestTo(point);
+            if (c.distance >= best.distance) return c.distance;
+            best = {c.point, c.distance, i};
+            isFound = insideDisc(rest, c.point, c.distance) > enough;
+            return isFound ? 0.0 : c.distance;
+        };
+        source_.tree.nearest(point, source_.distance, 0, measure);
+        if (!isFound) known_ = best, asked_ = point, isKnown_ = true;
+        return best;
+    }
+
+    double insideDisc(const BulgeSegment& rest, const AcGePoint2d& place, double distance) const {
+        if (distance >= source_.distance - source_.slack) return 0;
+        return lengthInside(rest, place, source_.distance);
+    }
+
+    const Source& source_;
+    int last_ = -1;
+    AcGePoint2d asked_;
+    Nearest known_{{}, 0, -1};
+    bool isKnown_ = false;
+};
 
 struct Cut {
     double at;
@@ -80,9 +128,21 @@ struct Cutter {
     std::vector<Range> live{};
     std::vector<std::vector<Cut>> cuts{};
 
+    // Of the others only those count that reach a right edge which is left.
     void findLive() {
-        live.reserve(edges.size());
-        for (const Edge& e : edges) live.push_back(liveRange(source, e));
+        live.resize(edges.size());
+        Reaper reaper(source);
+        std::vector<AcDbExtents2d> boxes;
+        for (size_t i = 0; i < rightCount; ++i) {
+            live[i] = reaper.liveRange(edges[i]);
+            if (!live[i].isEmpty()) boxes.push_back(boxOf(i));
+        }
+        const BoxTree right(std::move(boxes));
+        for (size_t i = rightCount; i < edges.size(); ++i) {
+            bool reaches = false;
+            right.visitMeeting(edges[i].shape.extents(), [&](int) { return reaches = true, false; });
+            if (reaches) live[i] = reaper.liveRange(edges[i]);
+        }
     }
 
     AcDbExtents2d boxOf(size_t i) const {

@@ -16,12 +16,6 @@ struct Source {
 
     // Whether a point is nearer to the source than the distance, by more than rounding.
     bool isTooNear(const AcGePoint2d& point) const;
-    // The nearest place of the source where it is nearer than the distance.
-    struct Nearest {
-        AcGePoint2d place;
-        double distance = 0;
-    };
-    Nearest nearest(const AcGePoint2d& point) const;
 };
 
 // A segment moved aside, or the arc about a corner.
