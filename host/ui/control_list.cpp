@@ -143,6 +143,16 @@ private:
             choose(window, index);
         if (window.style & LBS_NOTIFY) notifyParent(window, LBN_SELCHANGE);
     }
+    // A bar at the right tells which part of the items is in sight; the width it takes.
+    int scrollMark(look::Canvas& canvas, int height) const {
+        constexpr int kWidth = 8;
+        const double room = canvas.area.Height() - 6, all = double(items_.count()) * height;
+        const int from = 3 + int(room * top_ * height / all);
+        const int length = std::max(int(room * std::min(room / all, 1.0)), 8);
+        const CRect bar(canvas.area.right - kWidth + 1, from, canvas.area.right - 3, from + length);
+        canvas.box(bar, 2, look::kBorder, look::kBorder);
+        return kWidth;
+    }
     void paint(Window& window) {
         look::Canvas canvas(window, WM_CTLCOLORLISTBOX);
         const LOGBRUSH* brush = brushOf(canvas.back);
@@ -150,8 +160,11 @@ private:
         const int height = itemHeight(window);
         CRect row(canvas.area.left + 2, canvas.area.top + 1, canvas.area.right - 2,
                   canvas.area.top + 1 + height);
-        canvas.dc.IntersectClipRect(CRect(row.left, row.top, row.right, canvas.area.bottom - 1));
-        for (int i = top_; i < items_.count() && row.top < canvas.area.bottom;
+        const int bottom = canvas.area.bottom - 1;
+        const bool wholeRows = !(window.style & LBS_NOINTEGRALHEIGHT) && row.bottom <= bottom;
+        if (items_.count() * height > bottom - row.top) row.right -= scrollMark(canvas, height);
+        canvas.dc.IntersectClipRect(CRect(row.left, row.top, row.right, bottom));
+        for (int i = top_; i < items_.count() && (wholeRows ? row.bottom : row.top + 1) <= bottom;
              ++i, row.OffsetRect(0, height)) {
             const ListItem& item = items_.all[std::size_t(i)];
             if (ownerDrawn(window)) {

@@ -119,7 +119,7 @@ std::size_t gdiObjectCount() { return table().objects.size(); }
 
 FontLook fontLook(const LOGFONTW& font) {
     FontLook look;
-    look.face.typeface = isSystemFace(font.lfFaceName) ? L"Liberation Sans" : font.lfFaceName;
+    if (!isSystemFace(font.lfFaceName)) look.face.typeface = font.lfFaceName; // else the plain face
     look.face.bold = font.lfWeight >= 600;
     look.face.italic = font.lfItalic != 0;
     look.underlined = font.lfUnderline != 0;
