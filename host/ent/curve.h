@@ -42,7 +42,8 @@ public:
                                                 AcDbCurve*& projected) const;
     // AcDbCurve* each; positive distances lie to the right of an open curve, outside arcs and circles. None
     // of them comes nearer to the curve than the distance, so there may be several; eInvalidInput when
-    // nothing remains. Corners of polylines stay sharp.
+    // nothing remains. Corners of polylines stay sharp. Parallels of both kinds of plane polyline are
+    // lightweight, as the host's are.
     virtual Acad::ErrorStatus getOffsetCurves(double distance, AcDbVoidPtrArray& curves) const;
     virtual Acad::ErrorStatus getOffsetCurvesGivenPlaneNormal(const AcGeVector3d& normal, double distance,
                                                               AcDbVoidPtrArray& curves) const;

@@ -154,6 +154,39 @@ private:
     double distance_, range_, slack_;
 };
 
+// One after the other, with a corner where they meet; both clamped and of one degree.
+ge::Nurbs joined(ge::Nurbs a, const ge::Nurbs& b) {
+    const double shift = a.end() - b.start();
+    a.knots.pop_back();
+    for (size_t i = size_t(b.degree) + 1; i < b.knots.size(); ++i) a.knots.push_back(b.knots[i] + shift);
+    a.poles.back() += (b.poles.front() - a.poles.back()) * 0.5;
+    a.poles.insert(a.poles.end(), b.poles.begin() + 1, b.poles.end());
+    return a;
+}
+
+// Pieces of a parallel that were trimmed at one crossing are one curve; round the seam it closes.
+std::vector<ge::Nurbs> joinedWhereTheyMeet(std::vector<ge::Nurbs> pieces, double reach) {
+    const auto meet = [&](const ge::Nurbs& a, const ge::Nurbs& b) {
+        return !a.closed && !b.closed && a.poles.back().distanceTo(b.poles.front()) <= reach;
+    };
+    std::vector<ge::Nurbs> out;
+    for (ge::Nurbs& piece : pieces) {
+        if (!out.empty() && meet(out.back(), piece))
+            out.back() = joined(std::move(out.back()), piece);
+        else
+            out.push_back(std::move(piece));
+    }
+    if (out.size() > 1 && meet(out.back(), out.front())) {
+        out.front() = joined(std::move(out.back()), out.front());
+        out.pop_back();
+    }
+    if (out.size() == 1 && meet(out[0], out[0])) {
+        out[0].poles.back() = out[0].poles.front();
+        out[0].closed = true;
+    }
+    return out;
+}
+
 } // namespace
 
 std::vector<ge::Nurbs> fitParallels(const CurvePath& path, const AcGeVector3d& normal, double distance) {
@@ -175,7 +208,7 @@ std::vector<ge::Nurbs> fitParallels(const CurvePath& path, const AcGeVector3d& n
         ge::Nurbs curve = parallel.fitted(s, isWhole);
         if (curve.isValid()) out.push_back(std::move(curve));
     }
-    return out;
+    return joinedWhereTheyMeet(std::move(out), kFitError * path.size());
 }
 
 } // namespace host
