@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kHandleRadius = 5;
 constexpr COLORREF kWhite = RGB(255, 255, 255), kCurveInk = RGB(40, 70, 120), kHandleInk = RGB(60, 60, 60);
-constexpr double kGridShade = 0.88;
+constexpr double kGridShade = 0.92;
 
 COLORREF shaded(COLORREF color, double share) {
     return RGB(int(GetRValue(color) * share), int(GetGValue(color) * share), int(GetBValue(color) * share));
@@ -74,6 +74,7 @@ void CVariationGraph::SetCurve(const VariationCurve& curve, int gain, COLORREF b
     gain_ = std::max(1, gain);
     background_ = background;
     showGain();
+    tellHandles();
     Invalidate(traits_.erasing);
 }
 
@@ -88,6 +89,7 @@ GraphPlot CVariationGraph::plot() const {
 }
 
 void CVariationGraph::changed() {
+    tellHandles();
     Invalidate(traits_.erasing);
     const HWND parent = ::GetParent(m_hWnd);
     if (traits_.posted)
@@ -102,6 +104,19 @@ void CVariationGraph::showGain() {
     text.Format(L"%d", gain_);
     gainEdit_.GetWindowText(shown);
     if (shown != text) gainEdit_.SetWindowText(text);
+}
+
+void CVariationGraph::tellHandles() {
+    if (!m_hWnd) return;
+    std::vector<GraphHandle> handles = GraphHandles(curve_);
+    std::stable_sort(handles.begin(), handles.end(),
+                     [](const GraphHandle& a, const GraphHandle& b) { return a.at.t < b.at.t; });
+    CString text, one;
+    for (const GraphHandle& handle : handles) {
+        one.Format(text.IsEmpty() ? L"%.3g,%.4g" : L" %.3g,%.4g", handle.at.t, handle.at.percent);
+        text += one;
+    }
+    SetWindowText(text);
 }
 
 void CVariationGraph::OnGainChanged(UINT) {
@@ -158,7 +173,7 @@ void CVariationGraph::paintGrid(CDC& dc, const GraphPlot& area) const {
             line(0, kGraphTop * i / 10, 1, kGraphTop * i / 10);
         }
     }
-    const Inked unchanged(dc, 1, shaded(background_, kGridShade * kGridShade), PS_DASH);
+    const Inked unchanged(dc, 1, shaded(background_, kGridShade * kGridShade * kGridShade), PS_DASH);
     line(0, 100, 1, 100);
 }
 

@@ -28,7 +28,8 @@ struct GroupColors {
 inline constexpr GroupColors kGroupColors[2] = {{RGB(214, 240, 214), RGB(0, 100, 0)},
                                                 {RGB(230, 214, 240), RGB(75, 0, 130)}};
 
-// Scripts drag in it by position and percent.
+// Scripts drag in it by position and percent; its window text tells where the handles are, such as
+// "0,40 0.25,260 0.667,100 1,100" from left to right.
 class CVariationGraph : public CWnd {
 public:
     explicit CVariationGraph(const GraphTraits& traits) : traits_(traits) {}
@@ -56,6 +57,7 @@ private:
     GraphPlot plot() const;
     void changed();
     void showGain();
+    void tellHandles();
     void paintGrid(CDC& dc, const GraphPlot& area) const;
     void paintCurve(CDC& dc, const GraphPlot& area) const;
     void paintHandles(CDC& dc, const GraphPlot& area) const;

@@ -111,6 +111,17 @@ TEST(VariationGraph, TheOtherGraphPostsAndLeavesTheControlsFree) {
     }
 }
 
+TEST(VariationGraph, ItsTextTellsWhereTheHandlesAre) {
+    ArrayDialog dialog;
+    dialog.curves[kSizeGroup] = {.kind = kBezier, .start = 40, .c1 = 260, .t1 = 0.25};
+    ASSERT_TRUE(dialog.open());
+    EXPECT_EQ(L"0,40 0.25,260 0.667,100 1,100", WindowText(dialog.graph()));
+    dialog.choose(kSizeGroup, kLinear);
+    EXPECT_EQ(L"0,40 1,100", WindowText(dialog.graph()));
+    host::drag(dialog.graph(), {dialog.pixel(0, 40), CPoint(0, 9999)});
+    EXPECT_EQ(L"0,1 1,100", WindowText(dialog.graph()));
+}
+
 TEST(VariationGraph, GainsAreWholeAndAtLeastOne) {
     ArrayDialog dialog;
     dialog.gain = -4;
@@ -191,4 +202,55 @@ TEST(VariationDialog, WithoutAGraphTheSlidersServe) {
     EXPECT_EQ(77, dialog.curves[kSpacingGroup].start);
     EXPECT_EQ(33, dialog.curves[kSizeGroup].c1);
     EXPECT_EQ(0.1, dialog.curves[kSizeGroup].t1);
+}
+
+namespace {
+
+// What the test's command shows and what came of it.
+struct Shown {
+    GraphTraits traits = kOneCurveGraph;
+    VariationCurve curves[2]{};
+    int gain = 0, changes = 0;
+    INT_PTR ended = 0;
+} shown;
+
+void showDialog() {
+    class Modal : public CVariationDialog {
+    public:
+        Modal() : CVariationDialog(4002, nullptr, shown.traits) {}
+        void OnVariationChanged() override { ++shown.changes; }
+    } dialog;
+    const support::TestTemplates templates;
+    shown.ended = dialog.DoModal();
+    std::copy(std::begin(dialog.curves), std::end(dialog.curves), shown.curves);
+    shown.gain = dialog.gain;
+}
+
+} // namespace
+
+TEST(VariationDialog, ScriptsDragByPositionAndPercent) {
+    support::Drawing drawing;
+    auto* stack = static_cast<AcEdCommandStack*>(acrxSysRegistry()->at(ACAD_REGISTERED_COMMANDS));
+    stack->addCommand(L"GRAPHTEST", L"GRAPHTEST", L"GRAPHTEST", ACRX_CMD_MODAL, showDialog, nullptr, -1,
+                      AcRxResourceInstance(), nullptr);
+    for (const GraphTraits& traits : {kOneCurveGraph, kMoreCurvesGraph}) {
+        shown = Shown();
+        shown.traits = traits;
+        const std::wstring id = std::to_wstring(traits.id), gain = std::to_wstring(traits.gainId);
+        const std::string transcript = drawing.run(
+            L"GRAPHTEST\n1089=贝塞尔\ndrag " + id + L" 0,100 0,250\ndrag " + id + L" 0.33333,100 0.25,40\n" +
+            gain + L"=3\n\"间距变异\"!\n1088=2\ndrag " + id + L" 0.25,100 0.3,150\nOK\n");
+        EXPECT_EQ(IDOK, shown.ended) << transcript;
+        EXPECT_FALSE(drawing.ranDry) << transcript;
+        EXPECT_EQ(6, shown.changes);
+        // A pixel of the plot is a percent or two.
+        EXPECT_EQ(kBezier, shown.curves[kSizeGroup].kind);
+        EXPECT_NEAR(250, shown.curves[kSizeGroup].start, 1);
+        EXPECT_NEAR(40, shown.curves[kSizeGroup].c1, 1);
+        EXPECT_NEAR(0.25, shown.curves[kSizeGroup].t1, 0.005);
+        EXPECT_EQ(kSine, shown.curves[kSpacingGroup].kind);
+        EXPECT_NEAR(150, shown.curves[kSpacingGroup].end, 1);
+        EXPECT_EQ(3, shown.gain);
+    }
+    stack->removeGroup(L"GRAPHTEST");
 }

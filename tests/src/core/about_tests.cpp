@@ -115,3 +115,14 @@ TEST(About, ControlsFollowTheWindowFromTheirFirstPlaces) {
     for (const double factor : {0.37, 1.61, 1.0}) resize(factor);
     EXPECT_EQ(before, support::placeOf(about, 1157)) << "rounding doesn't add up";
 }
+
+TEST(About, RunsFromTheCommandLine) {
+    Session session;
+    const std::string transcript = session.drawing.run(L"ABOUT_CVANE\n?\n61001@3\n?\n1158!\nOK\nR2V\n");
+    EXPECT_THAT(transcript, HasSubstr("关于 Corvane V2.00"));
+    EXPECT_THAT(transcript, HasSubstr("Info über Corvane V2.00"));
+    EXPECT_THAT(transcript, HasSubstr("Produktseite"));
+    EXPECT_EQ(1u, session.opened.size());
+    EXPECT_THAT(transcript, HasSubstr("R2V ist noch nicht verfügbar")) << "the next message speaks it";
+    EXPECT_FALSE(session.drawing.ranDry);
+}

@@ -7,6 +7,7 @@
 
 #include "core/language.h"
 #include "core/language_file.h"
+#include "core/settings.h"
 #include "host/os/locale.h"
 #include "support/drawing.h"
 
@@ -134,6 +135,25 @@ TEST(Language, ACommandSpeaksTheLanguageAskedFor) {
     EXPECT_TRUE(std::all_of(english.begin(), english.end(), [](char c) {
         return static_cast<unsigned char>(c) < 0x80;
     })) << english;
+}
+
+TEST(Language, IsTheOneChosenElseAskedForElseStoredElseTheSystems) {
+    const support::Drawing drawing;
+    host::setRequestedLanguage("");
+    for (const auto& [system, language] : {std::pair("zh-tw", L"zh"), std::pair("de-at", L"en")}) {
+        host::setLanguageTag(system);
+        EXPECT_EQ(language, ActiveLanguage()) << system;
+    }
+    SettingsStore::WriteText(L"Language", L" PT_br ");
+    EXPECT_EQ(L"pt-br", ActiveLanguage());
+    host::setRequestedLanguage("De");
+    EXPECT_EQ(L"de", ActiveLanguage());
+    SetLanguage(L"FR");
+    EXPECT_EQ(L"fr", ActiveLanguage());
+    EXPECT_EQ(L"fr", SettingsStore::ReadText(L"Language"));
+    SetLanguage(L"");
+    host::setLanguageTag("");
+    host::setRequestedLanguage("zh");
 }
 
 TEST(Language, NoCommandShowsChineseWhereEnglishIsSpoken) {
