@@ -58,6 +58,17 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbE
     return Acad::eOk;
 }
 
+void AcDbBlockTableRecord::addMarks() {
+    const auto mark = [&](std::unique_ptr<AcDbEntity> made) {
+        made->setLayer(database()->layerZero());
+        const AcDbObjectId id = database()->append(made.get(), objectId());
+        made.release()->close();
+        return id;
+    };
+    begin_ = mark(std::make_unique<AcDbBlockBegin>());
+    end_ = mark(std::make_unique<AcDbBlockEnd>());
+}
+
 size_t AcDbBlockTableRecord::takeOut(AcDbObjectId entity) {
     const auto found = std::find(entities_.rbegin(), entities_.rend(), entity);
     if (found == entities_.rend()) return entities_.size();
@@ -68,6 +79,7 @@ size_t AcDbBlockTableRecord::takeOut(AcDbObjectId entity) {
 }
 
 void AcDbBlockTableRecord::putIn(AcDbObjectId entity, size_t position) {
+    if (entity == begin_ || entity == end_) return; // they stand round the entities, not among them
     entities_.insert(entities_.begin() + std::ptrdiff_t(std::min(position, entities_.size())), entity);
 }
 

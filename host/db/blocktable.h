@@ -79,6 +79,8 @@ public:
     AcDbObjectId blockEnd() const { return end_; }
     void setBlockBegin(AcDbObjectId id) { begin_ = id; }
     void setBlockEnd(AcDbObjectId id) { end_ = id; }
+    // Makes both; for a record that has just come into its table.
+    void addMarks();
     int blockFlags() const { return blockFlags_; }
     void setBlockFlags(int flags) { blockFlags_ = flags; }
     const std::wstring& xrefPath() const { return xrefPath_; }

@@ -3,6 +3,7 @@
 #include "host/db/symboltable.h"
 
 #include "host/db/access.h"
+#include "host/db/blocktable.h"
 #include "host/os/text.h"
 
 HOST_DEFINE_ABSTRACT_CLASS(AcDbSymbolTableRecord, AcDbObject)
@@ -133,6 +134,7 @@ Acad::ErrorStatus AcDbSymbolTable::add(AcDbObjectId& id, AcDbSymbolTableRecord* 
     if (uniqueNames() && has(record->name_.c_str())) return Acad::eDuplicateRecordName;
     id = database()->append(record, objectId());
     adopt(id, record->name_);
+    if (auto* block = AcDbBlockTableRecord::cast(record)) block->addMarks();
     return Acad::eOk;
 }
 

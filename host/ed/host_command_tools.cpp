@@ -5,6 +5,7 @@
 
 #include "host/ed/prompting.h"
 #include "host/ed/selection.h"
+#include "host/ent/blockreference.h"
 #include "host/os/numbers.h"
 #include "host/os/text.h"
 
@@ -148,6 +149,32 @@ double DrawingPlane::ownAngle(double ucsAngle) const {
     const AcGeVector3d direction =
         fromWorld * (user.xAxis * std::cos(ucsAngle) + user.yAxis * std::sin(ucsAngle));
     return std::atan2(direction.y, direction.x);
+}
+
+std::optional<Placing> askPlacing() {
+    Placing placing;
+    const AskedPoint at = askPoint(L"\nSpecify insertion point: ", nullptr, nullptr, RSG_NONULL);
+    if (!at) return std::nullopt;
+    placing.point = at.point;
+    ads_point base{at.point.x, at.point.y, at.point.z};
+    acedInitGet(RSG_NOZERO, nullptr);
+    if (acedGetReal(L"\nEnter X scale factor <1>: ", &placing.x) == RTCAN) return std::nullopt;
+    placing.y = placing.x;
+    acedInitGet(RSG_NOZERO, nullptr);
+    if (acedGetReal(L"\nEnter Y scale factor <use X scale factor>: ", &placing.y) == RTCAN)
+        return std::nullopt;
+    if (acedGetAngle(base, L"\nSpecify rotation angle <0>: ", &placing.angle) == RTCAN) return std::nullopt;
+    return placing;
+}
+
+AcDbObjectId placeBlock(AcDbObjectId block, const Placing& placing) {
+    const DrawingPlane plane;
+    auto made = std::make_unique<AcDbBlockReference>(ucsToWorld(placing.point), block);
+    made->setNormal(plane.normal);
+    made->setPosition(ucsToWorld(placing.point));
+    made->setScaleFactors(AcGeScale3d(placing.x, placing.y, placing.x));
+    made->setRotation(plane.ownAngle(placing.angle));
+    return addToDrawing(std::move(made));
 }
 
 std::wstring shown(double value) {

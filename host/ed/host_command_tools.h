@@ -39,6 +39,8 @@ void splineCommand();
 void blockCommand();
 void insertCommand();
 void purgeCommand();
+void metafileOutCommand();
+void metafileInCommand();
 void ucsCommand();
 void planCommand();
 void viewCommand();
@@ -94,6 +96,15 @@ struct DrawingPlane {
     AcGePoint3d own(const AcGePoint3d& ucs) const; // of the entity
     double ownAngle(double ucsAngle) const;        // radians
 };
+
+// Where a block is put, as the user tells it.
+struct Placing {
+    AcGePoint3d point; // UCS
+    double x = 1, y = 1, angle = 0;
+};
+std::optional<Placing> askPlacing(); // nothing for Esc
+// A reference to the block in the current space; null when that can't take it.
+AcDbObjectId placeBlock(AcDbObjectId block, const Placing& placing);
 
 // With as many decimals as LUPREC says.
 std::wstring shown(double value);

@@ -36,6 +36,8 @@ constexpr HostCommand kCommands[] = {
     {L"-INSERT", L"-I", kModal, insertCommand, L"The same as INSERT"},
     {L"PURGE", L"PU", kModal, purgeCommand, L"Takes out blocks, layers and styles that nothing uses"},
     {L"-PURGE", L"-PU", kModal, purgeCommand, L"The same as PURGE"},
+    {L"WMFOUT", L"", kModal, metafileOutCommand, L"Writes objects as they are seen into a Windows metafile"},
+    {L"WMFIN", L"", kModal, metafileInCommand, L"Inserts a Windows metafile as a block of polylines"},
     {L"LIST", L"LI", kModal, listCommand, L"Tells kind, layer, length and area of objects"},
     {L"LAYER", L"LA", kModal, layerCommand, L"Makes layers and sets what is shown of them"},
     {L"-LAYER", L"-LA", kModal, layerCommand, L"The same as LAYER"},

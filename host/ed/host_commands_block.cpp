@@ -116,27 +116,6 @@ void addAttributes(AcDbBlockReference& reference) {
     }
 }
 
-struct Placing {
-    AcGePoint3d point; // UCS
-    double x = 1, y = 1, angle = 0;
-};
-
-std::optional<Placing> askPlacing() {
-    Placing placing;
-    const AskedPoint at = askPoint(L"\nSpecify insertion point: ", nullptr, nullptr, RSG_NONULL);
-    if (!at) return std::nullopt;
-    placing.point = at.point;
-    ads_point base{at.point.x, at.point.y, at.point.z};
-    acedInitGet(RSG_NOZERO, nullptr);
-    if (acedGetReal(L"\nEnter X scale factor <1>: ", &placing.x) == RTCAN) return std::nullopt;
-    placing.y = placing.x;
-    acedInitGet(RSG_NOZERO, nullptr);
-    if (acedGetReal(L"\nEnter Y scale factor <use X scale factor>: ", &placing.y) == RTCAN)
-        return std::nullopt;
-    if (acedGetAngle(base, L"\nSpecify rotation angle <0>: ", &placing.angle) == RTCAN) return std::nullopt;
-    return placing;
-}
-
 // -- PURGE --------------------------------------------------------------------------------------------
 
 struct PurgeKind {
@@ -216,13 +195,7 @@ void insertCommand() {
     if (!placing) return;
     std::wstring why;
     setSystemVariableText(usual, name, why);
-    const DrawingPlane plane;
-    auto made = std::make_unique<AcDbBlockReference>(ucsToWorld(placing->point), block);
-    made->setNormal(plane.normal);
-    made->setPosition(ucsToWorld(placing->point));
-    made->setScaleFactors(AcGeScale3d(placing->x, placing->y, placing->x));
-    made->setRotation(plane.ownAngle(placing->angle));
-    AcDbObjectPointer<AcDbBlockReference> reference(addToDrawing(std::move(made)), AcDb::kForWrite);
+    AcDbObjectPointer<AcDbBlockReference> reference(placeBlock(block, *placing), AcDb::kForWrite);
     if (reference) addAttributes(*reference);
 }
 

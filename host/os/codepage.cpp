@@ -216,4 +216,43 @@ std::string decodeEscapes(std::string_view text) {
     return out;
 }
 
+namespace {
+
+std::wstring fromUtf16Bytes(std::string_view bytes, bool bigEndian) {
+    std::u16string units(bytes.size() / 2, u'\0');
+    for (size_t i = 0; i < units.size(); ++i) {
+        const auto low = static_cast<unsigned char>(bytes[2 * i + bigEndian]);
+        const auto high = static_cast<unsigned char>(bytes[2 * i + !bigEndian]);
+        units[i] = static_cast<char16_t>(low | high << 8);
+    }
+    return fromUtf16(units);
+}
+
+// Zeros at even and at odd places. Texts with numbers and line ends in them have many on one side in UTF-16,
+// and none in any other encoding.
+struct Zeros {
+    size_t even = 0, odd = 0;
+};
+Zeros countZeros(std::string_view bytes) {
+    Zeros zeros;
+    for (size_t i = 0; i < bytes.size(); ++i)
+        if (bytes[i] == 0) ++(i % 2 == 0 ? zeros.even : zeros.odd);
+    return zeros;
+}
+
+} // namespace
+
+std::wstring textFileContents(std::string_view bytes) {
+    using namespace std::string_view_literals;
+    if (bytes.starts_with("\xEF\xBB\xBF"sv)) return wide(bytes.substr(3));
+    if (bytes.starts_with("\xFF\xFE"sv)) return fromUtf16Bytes(bytes.substr(2), false);
+    if (bytes.starts_with("\xFE\xFF"sv)) return fromUtf16Bytes(bytes.substr(2), true);
+    const CodePage chinese("GBK");
+    if (bytes.starts_with("\x84\x31\x95\x33"sv)) return wide(chinese.decode(bytes.substr(4)));
+    const Zeros zeros = countZeros(bytes.substr(0, 65536));
+    if (zeros.even + zeros.odd > std::min<size_t>(bytes.size(), 65536) / 8)
+        return fromUtf16Bytes(bytes, zeros.even > zeros.odd);
+    return isUtf8(bytes) ? wide(bytes) : wide(chinese.decode(bytes));
+}
+
 } // namespace host

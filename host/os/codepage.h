@@ -44,4 +44,10 @@ private:
 // 4 Johab, 5 GBK) in UTF-8 text by the characters they mean; what is no whole escape stays.
 std::string decodeEscapes(std::string_view utf8);
 
+// The text of a file as people have them: UTF-8, UTF-16 of either order or GB18030, with a mark at the start
+// or without. Without one, bytes that are well-formed UTF-8 are that; a file in which many bytes at even or
+// at odd places are zero is UTF-16; all else is GB18030, which holds GBK and ASCII. Line ends stay as they
+// are; bytes without a meaning become U+FFFD.
+std::wstring textFileContents(std::string_view bytes);
+
 } // namespace host

@@ -6,6 +6,7 @@
 #include "core/messages.h"
 #include "core/sysvar_stack.h"
 #include "curves/conversion/conversion_commands.h"
+#include "curves/conversion/import_commands.h"
 #include "curves/smoothing/smoothing_commands.h"
 
 namespace corvane {
@@ -37,7 +38,7 @@ constexpr CommandEntry kTable[] = {
     {L"SCVN_DevideLine3", L"DevideLine3", ACRX_CMD_MODAL, Section::curves, nullptr, L"两条闭合曲线间等分连线"},
     {L"SCVN_plineDevideByDist", L"PLDJDF", ACRX_CMD_MODAL, Section::curves, nullptr, L"按固定距离等分曲线"},
     {L"SCVN_HatchBound", L"CHBJ", ACRX_CMD_MODAL, Section::curves, nullptr, L"填充边界转多段线"},
-    {L"SCVN_Text2PL", L"txt2PL", ACRX_CMD_MODAL, Section::curves, nullptr, L"通过图元文件将文字转为轮廓"},
+    {L"SCVN_Text2PL", L"txt2PL", ACRX_CMD_MODAL, Section::curves, TextOutlinesCommand, L"通过图元文件将文字转为轮廓"},
     {L"SCVN_PLGXK", L"PLGXK", ACRX_CMD_MODAL, Section::curves, PolylineWidthCommand, L"设置多段线宽度"},
     {L"SCVN_PLCLOSE", L"PLCLOSE", ACRX_CMD_MODAL, Section::curves, ClosePolylinesCommand, L"闭合多段线"},
     {L"SCVN_PLOPEN", L"PLOPEN", ACRX_CMD_MODAL, Section::curves, OpenPolylinesCommand, L"打开多段线"},
@@ -59,7 +60,7 @@ constexpr CommandEntry kTable[] = {
     {L"SCVN_PLAFFECT", L"PLAFFECT", ACRX_CMD_MODAL, Section::deformation, nullptr, L"影响曲线变形"},
     {L"SCVN_plAffectMoveX", L"plAffectMoveX", ACRX_CMD_MODAL, Section::deformation, nullptr, L"影响曲线，移动方式"},
     {L"SCVN_plAffClick", L"plAffClick", ACRX_CMD_MODAL, Section::deformation, nullptr, L"影响曲线，点选方式"},
-    {L"SCVN_TXTZB2PL", L"ZB2PL", ACRX_CMD_MODAL, Section::curves, nullptr, L"由坐标文本文件生成多段线"},
+    {L"SCVN_TXTZB2PL", L"ZB2PL", ACRX_CMD_MODAL, Section::curves, CoordinateFileCommand, L"由坐标文本文件生成多段线"},
     {L"SCVN_PL2OLD", L"PL2OLD", ACRX_CMD_MODAL, Section::curves, LightToOldCommand, L"轻量多段线转旧式多段线"},
     {L"SCVN_OLDPL2LW", L"OLDPL2LW", ACRX_CMD_MODAL, Section::curves, OldToLightCommand, L"旧式多段线转轻量多段线"},
     {L"SCVN_linkLine00", L"linkLine00", ACRX_CMD_MODAL, Section::associative, nullptr, L"0度连接线"},

@@ -82,6 +82,18 @@ SelectionSet SelectionSet::AskAny(const wchar_t* prompt, const wchar_t* nothing)
     return ask(prompt, nullptr, nothing);
 }
 
+SelectionSet SelectionSet::Of(const std::vector<AcDbObjectId>& ids) {
+    SelectionSet set;
+    if (acedSSAdd(nullptr, nullptr, set.name_) != RTNORM) return set;
+    for (const AcDbObjectId id : ids) {
+        ads_name entity;
+        if (acdbGetAdsName(entity, id) == Acad::eOk) acedSSAdd(entity, set.name_, set.name_);
+    }
+    Adesk::Int32 length = 0;
+    if (acedSSLength(set.name_, &length) == RTNORM) set.length_ = length;
+    return set;
+}
+
 SelectionSet SelectionSet::ask(const wchar_t* prompt, const resbuf* filter, const wchar_t* nothing) {
     PrintLine(prompt);
     SelectionSet set;

@@ -47,6 +47,9 @@ public:
     // Any objects.
     static SelectionSet AskAny(const wchar_t* prompt, const wchar_t* nothing);
 
+    // These entities; null ids are left out.
+    static SelectionSet Of(const std::vector<AcDbObjectId>& ids);
+
     bool empty() const { return length_ == 0; }
     long length() const { return length_; }
     // Null for entities that are gone.
