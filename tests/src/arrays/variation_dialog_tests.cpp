@@ -54,7 +54,8 @@ HWND groupBox(const CWnd& dialog, const wchar_t* caption) {
     return nullptr;
 }
 COLORREF backgroundOf(HWND window) {
-    for (const host::Primitive& p : host::paintWindow(window)->primitives)
+    const auto painted = host::paintWindow(window);
+    for (const host::Primitive& p : painted->primitives)
         if (p.fill) return *p.fill;
     return 0;
 }
