@@ -51,7 +51,7 @@ std::vector<std::wstring> brokenLines(const std::wstring& text, const FontLook& 
             continue;
         }
         lines.back() += text[i];
-        if (!(format & DT_WORDBREAK) || widthOf(look, lines.back()) <= width) continue;
+        if (!(format & DT_WORDBREAK) || text[i] == L' ' || widthOf(look, lines.back()) <= width) continue;
         std::wstring& line = lines.back();
         std::size_t cut = isEastern(text[i]) ? line.size() - 1 : line.rfind(L' ', line.size() - 2);
         if (cut == std::wstring::npos || cut == 0) continue; // one word alone
