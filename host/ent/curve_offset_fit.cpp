@@ -14,6 +14,7 @@ namespace {
 constexpr double kFitError = 1e-6;  // of the path's size, that a fitted parallel may be off
 constexpr double kTooNear = 1e-9;   // of the path's size, that a valid point may be nearer than the distance
 constexpr double kSameParam = 1e-9; // of the range
+constexpr double kTinySpan = 1e-6;  // of the range: parts that have no parallel of their own
 constexpr int kFewest = 16, kMost = 4096;
 constexpr int kProbes = 512; // of a smooth stretch, for where the parallel is valid
 
@@ -35,10 +36,15 @@ public:
     // The path between its corners.
     std::vector<Stretch> smooth() const {
         std::vector<double> corners{path_.startParam()};
-        if (const ge::Nurbs* curve = path_.asNurbs())
-            for (double knot : curve->distinctKnots())
-                if (knot > path_.startParam() && knot < path_.endParam() && isCorner(*curve, knot))
-                    corners.push_back(knot);
+        if (const ge::Nurbs* curve = path_.asNurbs()) {
+            const std::vector<double> knots = curve->distinctKnots();
+            for (size_t i = 1; i + 1 < knots.size(); ++i) {
+                const bool isBend = isSharpBend(*curve, knots[i], knots[i + 1]);
+                if ((isBend || isCorner(*curve, knots[i])) && corners.back() < knots[i])
+                    corners.push_back(knots[i]);
+                if (isBend && knots[i + 1] < path_.endParam()) corners.push_back(knots[i + 1]);
+            }
+        }
         corners.push_back(path_.endParam());
         std::vector<Stretch> out;
         for (size_t i = 0; i + 1 < corners.size(); ++i) out.push_back({corners[i], corners[i + 1]});
@@ -68,7 +74,7 @@ public:
             before = now;
         }
         if (before) out.push_back({from, smooth.to});
-        std::erase_if(out, [&](const Stretch& s) { return !(s.to - s.from > 1e-6 * range_); });
+        std::erase_if(out, [&](const Stretch& s) { return !(s.to - s.from > kTinySpan * range_); });
         return out;
     }
 
@@ -90,6 +96,13 @@ private:
         if (curve.multiplicityAt(knot) < curve.degree) return false;
         const AcGeVector3d a = curve.derivativesFromLeft(knot, 1).d[0], b = curve.derivatives(knot, 1).d[0];
         return a.crossProduct(b).length() > 1e-9 * a.length() * b.length() || a.dotProduct(b) < 0;
+    }
+
+    // Between knots that are nearly one a curve may turn as sharply as at a corner.
+    bool isSharpBend(const ge::Nurbs& curve, double knot, double next) const {
+        if (next - knot > kTinySpan * range_) return false;
+        const AcGeVector3d a = curve.derivativesFromLeft(knot, 1).d[0], b = curve.derivatives(next, 1).d[0];
+        return a.crossProduct(b).length() > 1e-6 * a.length() * b.length() || a.dotProduct(b) < 0;
     }
 
     // Beyond the end by more than rounding: on from the start.
