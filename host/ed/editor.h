@@ -75,6 +75,8 @@ int acedAlert(const ACHAR* text);
 int acedGrDraw(const ads_point from, const ads_point to, int color, int highlight); // -1 exclusive-or colour
 int acedRedraw(const ads_name entity, int mode);
 void acedUpdateDisplay();
+// Lets time pass in front of somebody who watches; scripts don't wait.
+void Sleep(unsigned milliseconds);
 int acedVports2VportTableRecords();
 int acedUsrBrk(); // nonzero when the user has asked to stop
 

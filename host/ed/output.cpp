@@ -48,6 +48,7 @@ int AfxMessageBox(const wchar_t* text, unsigned style) { return MessageBoxW(null
 int acedGrDraw(const ads_point, const ads_point, int, int) { return RTNORM; }
 int acedRedraw(const ads_name, int) { return host::frontEnd().redraw(), RTNORM; }
 void acedUpdateDisplay() { host::frontEnd().redraw(); }
+void Sleep(unsigned milliseconds) { host::frontEnd().wait(milliseconds); }
 // The viewport records are the only place where the view is kept, so there is nothing to copy.
 int acedVports2VportTableRecords() { return RTNORM; }
 int acedUsrBrk() { return host::frontEnd().progress(L"", -1) ? 0 : 1; }

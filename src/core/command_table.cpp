@@ -7,6 +7,8 @@
 #include "core/sysvar_stack.h"
 #include "curves/conversion/conversion_commands.h"
 #include "curves/conversion/import_commands.h"
+#include "curves/division/division_commands.h"
+#include "curves/reports/report_commands.h"
 #include "curves/smoothing/smoothing_commands.h"
 
 namespace corvane {
@@ -20,23 +22,23 @@ constexpr CommandEntry kTable[] = {
     {L"SCVN_PLYH2", L"PLYH2", ACRX_CMD_MODAL, Section::curves, RemoveDuplicatesCommand, L"就地删除重复顶点"},
     {L"SCVN_PLYH3", L"PLYH3", ACRX_CMD_MODAL, Section::curves, SplineFitCommand, L"将多段线均匀重采样为三次样条拟合多段线"},
     {L"SCVN_QXTY", L"QXTY", ACRX_CMD_MODAL, Section::curves, ProjectCurvesCommand, L"将曲线投影到世界坐标系XY平面"},
-    {L"SCVN_PLLIST", L"PLLIST", ACRX_CMD_MODAL, Section::curves, nullptr, L"多段线顶点报表"},
-    {L"SCVN_CircleLIST", L"CLIST", ACRX_CMD_MODAL, Section::curves, nullptr, L"圆报表"},
-    {L"SCVN_EllipseLIST", L"ELLLIST", ACRX_CMD_MODAL, Section::curves, nullptr, L"椭圆报表"},
-    {L"SCVN_ARCLIST", L"ARCLIST", ACRX_CMD_MODAL, Section::curves, nullptr, L"圆弧报表"},
-    {L"SCVN_plcount2", L"CVplcount2", ACRX_CMD_MODAL, Section::curves, nullptr, L"按图层和类型统计曲线数量与总和"},
-    {L"SCVN_ckg", L"CVckg", ACRX_CMD_MODAL, Section::curves, nullptr, L"带标记的长度与面积报表"},
+    {L"SCVN_PLLIST", L"PLLIST", ACRX_CMD_MODAL, Section::curves, ListVerticesCommand, L"多段线顶点报表"},
+    {L"SCVN_CircleLIST", L"CLIST", ACRX_CMD_MODAL, Section::curves, ListCirclesCommand, L"圆报表"},
+    {L"SCVN_EllipseLIST", L"ELLLIST", ACRX_CMD_MODAL, Section::curves, ListEllipsesCommand, L"椭圆报表"},
+    {L"SCVN_ARCLIST", L"ARCLIST", ACRX_CMD_MODAL, Section::curves, ListArcsCommand, L"圆弧报表"},
+    {L"SCVN_plcount2", L"CVplcount2", ACRX_CMD_MODAL, Section::curves, CountLengthsCommand, L"按图层和类型统计曲线数量与总和"},
+    {L"SCVN_ckg", L"CVckg", ACRX_CMD_MODAL, Section::curves, MeasureSizesCommand, L"带标记的长度与面积报表"},
     {L"SCVN_spline2pline", L"s2p", ACRX_CMD_MODAL, Section::curves, SplineToPolylineCommand, L"样条曲线转多段线"},
     {L"SCVN_SPL2ARC", L"SPL2ARC", ACRX_CMD_MODAL, Section::curves, CurvesToArcsCommand, L"曲线转圆弧多段线，直接或高阶拟合"},
     {L"SCVN_pline2spline", L"p2s", ACRX_CMD_MODAL, Section::curves, CurvesToSplinesCommand, L"多段线及其他曲线转样条曲线"},
     {L"SCVN_all2polyline", L"all2polyline", ACRX_CMD_MODAL, Section::curves, CurvesToPolylinesCommand, L"任意曲线按精度转多段线"},
-    {L"SCVN_PLBH", L"PLBH", ACRX_CMD_MODAL, Section::curves, nullptr, L"标记并编号曲线顶点"},
-    {L"SCVN_PLReverse", L"PLDD", ACRX_CMD_MODAL, Section::curves, nullptr, L"反转曲线方向"},
-    {L"SCVN_PLDevide", L"PLDF", ACRX_CMD_MODAL, Section::curves, nullptr, L"等分曲线"},
-    {L"SCVN_DevideLine1", L"DevideLine1", ACRX_CMD_MODAL, Section::curves, nullptr, L"同一曲线等分点连线"},
-    {L"SCVN_DevideLine2", L"DevideLine2", ACRX_CMD_MODAL, Section::curves, nullptr, L"绕一条闭合曲线等分连线"},
-    {L"SCVN_DevideLine3", L"DevideLine3", ACRX_CMD_MODAL, Section::curves, nullptr, L"两条闭合曲线间等分连线"},
-    {L"SCVN_plineDevideByDist", L"PLDJDF", ACRX_CMD_MODAL, Section::curves, nullptr, L"按固定距离等分曲线"},
+    {L"SCVN_PLBH", L"PLBH", ACRX_CMD_MODAL, Section::curves, MarkVerticesCommand, L"标记并编号曲线顶点"},
+    {L"SCVN_PLReverse", L"PLDD", ACRX_CMD_MODAL, Section::curves, ReverseCurvesCommand, L"反转曲线方向"},
+    {L"SCVN_PLDevide", L"PLDF", ACRX_CMD_MODAL, Section::curves, DivideByCountCommand, L"等分曲线"},
+    {L"SCVN_DevideLine1", L"DevideLine1", ACRX_CMD_MODAL, Section::curves, ThreadOneCurveCommand, L"同一曲线等分点连线"},
+    {L"SCVN_DevideLine2", L"DevideLine2", ACRX_CMD_MODAL, Section::curves, ThreadOneRingCommand, L"绕一条闭合曲线等分连线"},
+    {L"SCVN_DevideLine3", L"DevideLine3", ACRX_CMD_MODAL, Section::curves, ThreadTwoRingsCommand, L"两条闭合曲线间等分连线"},
+    {L"SCVN_plineDevideByDist", L"PLDJDF", ACRX_CMD_MODAL, Section::curves, DivideByDistanceCommand, L"按固定距离等分曲线"},
     {L"SCVN_HatchBound", L"CHBJ", ACRX_CMD_MODAL, Section::curves, nullptr, L"填充边界转多段线"},
     {L"SCVN_Text2PL", L"txt2PL", ACRX_CMD_MODAL, Section::curves, TextOutlinesCommand, L"通过图元文件将文字转为轮廓"},
     {L"SCVN_PLGXK", L"PLGXK", ACRX_CMD_MODAL, Section::curves, PolylineWidthCommand, L"设置多段线宽度"},
@@ -55,8 +57,8 @@ constexpr CommandEntry kTable[] = {
     {L"SCVN_PLARRAY", L"PLARR", ACRX_CMD_MODAL, Section::associative, nullptr, L"曲线交错阵列"},
     {L"SCVN_PLBLENDS", L"PLBLENDS", ACRX_CMD_MODAL, Section::associative, nullptr, L"曲线间关联渐变"},
     {L"SCVN_PLMAP4", L"PLMAP4", ACRX_CMD_MODAL, Section::deformation, nullptr, L"四角映射"},
-    {L"SCVN_PLINTERSECT", L"PLJD", ACRX_CMD_MODAL, Section::curves, nullptr, L"查找并标记多条曲线的交点"},
-    {L"SCVN_PLINTERSECT1", L"PLJD1", ACRX_CMD_MODAL, Section::curves, nullptr, L"查找一条曲线的自交点"},
+    {L"SCVN_PLINTERSECT", L"PLJD", ACRX_CMD_MODAL, Section::curves, IntersectCurvesCommand, L"查找并标记多条曲线的交点"},
+    {L"SCVN_PLINTERSECT1", L"PLJD1", ACRX_CMD_MODAL, Section::curves, IntersectOneCurveCommand, L"查找一条曲线的自交点"},
     {L"SCVN_PLAFFECT", L"PLAFFECT", ACRX_CMD_MODAL, Section::deformation, nullptr, L"影响曲线变形"},
     {L"SCVN_plAffectMoveX", L"plAffectMoveX", ACRX_CMD_MODAL, Section::deformation, nullptr, L"影响曲线，移动方式"},
     {L"SCVN_plAffClick", L"plAffClick", ACRX_CMD_MODAL, Section::deformation, nullptr, L"影响曲线，点选方式"},

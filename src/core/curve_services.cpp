@@ -89,6 +89,34 @@ bool SampleCurveEvenly(const AcDbCurve& curve, AcGePoint3dArray& points, int cou
     return true;
 }
 
+bool ForEachVertex(const AcDbCurve& curve,
+                   const std::function<void(const AcGePoint3d& point, AcDbObjectId vertex)>& visit) {
+    if (const auto* light = AcDbPolyline::cast(&curve)) {
+        AcGePoint3d point;
+        for (unsigned i = 0; light->getPointAt(i, point) == Acad::eOk; ++i) visit(point, {});
+        return true;
+    }
+    if (const auto* flat = AcDb2dPolyline::cast(&curve)) {
+        flat->parts().each<AcDb2dVertex>([&](const AcDb2dVertex& v) {
+            if (v.vertexType() != AcDb::k2dSplineCtlVertex) visit(flat->vertexPosition(v), v.objectId());
+        });
+        return true;
+    }
+    if (const auto* spatial = AcDb3dPolyline::cast(&curve)) {
+        spatial->parts().each<AcDb3dPolylineVertex>([&](const AcDb3dPolylineVertex& v) {
+            if (v.vertexType() != AcDb::k3dControlVertex) visit(v.position(), v.objectId());
+        });
+        return true;
+    }
+    return false;
+}
+
+std::vector<AcGePoint3d> PolylineVertices(const AcDbCurve& curve) {
+    std::vector<AcGePoint3d> points;
+    ForEachVertex(curve, [&](const AcGePoint3d& point, AcDbObjectId) { points.push_back(point); });
+    return points;
+}
+
 bool MakeCurveThroughPoints(AcDbObjectId& id, int count, const AcGePoint3d* points, int colorIndex,
                             bool closed, const AcGeVector3d& startTangent, const AcGeVector3d& endTangent) {
     if (count < 2) return false;

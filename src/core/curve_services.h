@@ -1,5 +1,8 @@
 // Small services on curves: length, even samples, and curves and polylines through points.
 #pragma once
+#include <functional>
+#include <vector>
+
 #include <vector>
 
 #include "core/host/entities.h"
@@ -12,6 +15,13 @@ double CurveLength(const AcDbEntity& entity);
 // `count` points at equal distances along the curve, the last one exactly its end point; points that the
 // curve can't give are left out. False, and no points, for curves without an end or shorter than 0.0001.
 bool SampleCurveEvenly(const AcDbCurve& curve, AcGePoint3dArray& points, int count);
+
+// Calls `visit` with each vertex that a polyline of any class is drawn through, in world coordinates, and
+// with the vertex's own id where it is an object. Control points of a smoothed polyline stand beside the
+// curve and are left out. False for other curves.
+bool ForEachVertex(const AcDbCurve& curve,
+                   const std::function<void(const AcGePoint3d& point, AcDbObjectId vertex)>& visit);
+std::vector<AcGePoint3d> PolylineVertices(const AcDbCurve& curve); // empty for other curves
 
 // A curve through the points, appended to the current space. `colorIndex`: 1 to 255, 0 by block, 256 by
 // layer, any other the drawing's current colour. Two points, or points that all lie in one direction from the

@@ -1,6 +1,10 @@
 // Bulk work on entities by means that only this host offers.
 #include "core/host/entities.h"
 
+#include "host/gi/text_metrics.h"
+#include "host/view/collector.h"
+#include "host/view/database_source.h"
+
 namespace corvane::host_door {
 
 int removeVertices(AcDbPolyline& polyline, const std::vector<bool>& marks) {
@@ -23,6 +27,29 @@ int removeVertices(AcDbPolyline& polyline, const std::vector<bool>& marks) {
     }
     const int removed = int(all.size() - left);
     return polyline.setVertices(std::move(kept)) == Acad::eOk ? removed : 0;
+}
+
+std::vector<AcGePoint3d> drawnPoints(const AcDbEntity& entity, double error) {
+    host::DatabaseSource source(entity.database());
+    host::DisplayOptions options;
+    options.chordError = error;
+    host::DisplayCollector collector(source, options);
+    collector.add(entity, entity.objectId());
+    const host::DisplayList list = collector.take();
+    std::vector<AcGePoint3d> points;
+    for (const host::DisplayPrimitive& p : list.primitives) {
+        if (p.kind == host::DisplayPrimitive::Kind::text) {
+            const host::DisplayText& text = list.texts[p.first];
+            const double advance =
+                host::textMetrics()->measure(list.faces[text.face], 1.0, text.text).advance;
+            for (const AcGePoint3d& corner : {text.origin, text.origin + text.up})
+                points.push_back(corner), points.push_back(corner + text.right * advance);
+            continue;
+        }
+        for (std::uint32_t c = p.first; c < p.first + p.count; ++c)
+            for (const AcGePoint3d& point : list.contour(c)) points.push_back(point);
+    }
+    return points;
 }
 
 } // namespace corvane::host_door

@@ -15,4 +15,8 @@ namespace corvane::host_door {
 // the rest of the array each time. Returns how many went; a polyline keeps two at least, as at the host.
 int removeVertices(AcDbPolyline& polyline, const std::vector<bool>& marks);
 
+// World points of all that the entity draws, blocks and texts included: ends of strokes close enough that
+// none keeps farther than `error` from its curve; texts by the corners of their boxes.
+std::vector<AcGePoint3d> drawnPoints(const AcDbEntity& entity, double error);
+
 } // namespace corvane::host_door

@@ -2,6 +2,7 @@
 #include "core/host/system.h"
 
 #include <link.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -74,9 +75,40 @@ std::wstring decodeSystem(const std::string& bytes) {
     return host::isUtf8(bytes) ? host::wide(bytes) : host::wide(host::CodePage("ANSI_936").decode(bytes));
 }
 
+std::string encodedInGb2312(const std::wstring& text, const std::function<std::wstring(wchar_t)>& replace) {
+    // The code page holds far more than the character set that bears its number.
+    const host::CodePage page("ANSI_936");
+    const auto belongs = [](const std::string& bytes) {
+        const auto byte = [&](size_t i) { return static_cast<unsigned char>(bytes[i]); };
+        return bytes.size() == 1 ? byte(0) < 0x80
+                                 : bytes.size() == 2 && byte(0) >= 0xA1 && byte(0) <= 0xF7 && byte(1) >= 0xA1;
+    };
+    std::string bytes;
+    for (const wchar_t c : text) {
+        const auto one = page.encode(host::utf8(std::wstring(1, c)));
+        bytes += one.lost == 0 && belongs(one.bytes) ? one.bytes : page.encode(host::utf8(replace(c))).bytes;
+    }
+    return bytes;
+}
+
+bool writeFile(const std::wstring& path, const std::string& bytes) {
+    return !host::writeWhole(host::utf8(path), bytes);
+}
+
+bool canWrite(const std::wstring& path) {
+    const std::filesystem::path file(host::utf8(path));
+    std::error_code error;
+    if (std::filesystem::exists(file, error))
+        return std::filesystem::is_regular_file(file, error) && access(file.c_str(), W_OK) == 0;
+    const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
+    return std::filesystem::is_directory(folder, error) && access(folder.c_str(), W_OK) == 0;
+}
+
 std::wstring requestedLanguage() { return host::wide(host::requestedLanguage()); }
 bool systemSpeaksChinese() { return host::languageTag().starts_with("zh"); }
 
-void openExternally(const std::wstring& target) { host::shellOpen({target, {}}); }
+void openExternally(const std::wstring& target, const std::wstring& parameters) {
+    host::shellOpen({target, parameters});
+}
 
 } // namespace corvane::host_door

@@ -1,6 +1,7 @@
 // The door to the host: text, the user's registry, files and folders, the system's language, viewers.
 #pragma once
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,11 +37,18 @@ std::optional<std::string> fileBytes(const std::wstring& path);
 // Bytes of the system's own encoding, or any that a text file without a mark may have.
 std::wstring decodeSystem(const std::string& bytes);
 
+// Text in GB2312; `replace` gives what stands for a character that it lacks.
+std::string encodedInGb2312(const std::wstring& text, const std::function<std::wstring(wchar_t)>& replace);
+// Writes a file whole or not at all; false when it can't be written.
+bool writeFile(const std::wstring& path, const std::string& bytes);
+// True when a file of that name is there and may be written, or could be made.
+bool canWrite(const std::wstring& path);
+
 // The language asked for at this start of the program; empty when none was.
 std::wstring requestedLanguage();
 // True when the user's system speaks Chinese.
 bool systemSpeaksChinese();
-// Opens a file or address in the user's viewer.
-void openExternally(const std::wstring& target);
+// Opens a file or address in the user's viewer, or a program with its parameters.
+void openExternally(const std::wstring& target, const std::wstring& parameters = {});
 
 } // namespace corvane::host_door

@@ -39,25 +39,14 @@ std::optional<WorkingPolyline> readPolyline(const AcDbCurve& curve) {
         polyline->getConstantWidth(work.width);
         return work;
     }
-    const auto take = [&](const AcDbEntity& vertex, const AcGePoint3d& point) {
+    const bool read = ForEachVertex(curve, [&](const AcGePoint3d& point, AcDbObjectId vertex) {
         work.points.push_back(point);
-        work.ids.push_back(vertex.objectId());
-    };
-    if (const auto* flat = AcDb2dPolyline::cast(&curve)) {
-        work.width = flat->defaultStartWidth();
-        flat->parts().each<AcDb2dVertex>([&](const AcDb2dVertex& v) {
-            if (v.vertexType() != AcDb::k2dSplineCtlVertex) take(v, flat->vertexPosition(v));
-        });
-        return work;
-    }
-    if (const auto* spatial = AcDb3dPolyline::cast(&curve)) {
-        work.inSpace = true;
-        spatial->parts().each<AcDb3dPolylineVertex>([&](const AcDb3dPolylineVertex& v) {
-            if (v.vertexType() != AcDb::k3dControlVertex) take(v, v.position());
-        });
-        return work;
-    }
-    return std::nullopt;
+        work.ids.push_back(vertex);
+    });
+    if (!read) return std::nullopt;
+    if (const auto* flat = AcDb2dPolyline::cast(&curve)) work.width = flat->defaultStartWidth();
+    work.inSpace = AcDb3dPolyline::cast(&curve) != nullptr;
+    return work;
 }
 
 void erase(AcDbEntity& entity) {
