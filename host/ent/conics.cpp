@@ -12,6 +12,33 @@ namespace {
 constexpr double kTwoPi = 2 * std::numbers::pi;
 
 bool takeRadius(double radius) { return std::isfinite(radius) && radius >= 0; }
+
+// What circles and arcs have in files alike.
+struct RoundFields {
+    host::FiledPoint& center;
+    AcGeVector3d& normal;
+    double &radius, &thickness;
+
+    bool take(const host::Group& group) const {
+        if (host::takeTriple(group, 10, center) || host::takeTriple(group, 210, normal)) return true;
+        if (group.code == 40) return radius = group.real, true;
+        if (group.code == 39) return thickness = group.real, true;
+        return false;
+    }
+    void settle(host::ReadContext& context, const char* repair) const {
+        normal = host::unitNormal(normal);
+        center.fromPlane(normal);
+        if (radius < 0) radius = -radius, context.repaired(repair);
+    }
+};
+void writeRound(host::GroupWriter& writer, const host::FiledPoint& center, const AcGeVector3d& normal,
+                double radius, double thickness) {
+    writer.subclass("AcDbCircle");
+    if (thickness != 0) writer.real(39, thickness);
+    writer.point(10, center.inPlane(normal));
+    writer.real(40, radius);
+    writer.normal(210, normal);
+}
 } // namespace
 
 AcDbCircle::AcDbCircle(const AcGePoint3d& center, const AcGeVector3d& normal, double radius)
@@ -29,29 +56,19 @@ Acad::ErrorStatus AcDbCircle::setThickness(double thickness) { HOST_SET_FINITE(t
 
 bool AcDbCircle::inGroup(const host::Group& group, host::ReadContext& context) {
     if (context.within("AcDbCircle")) {
-        if (host::takeTriple(group, 10, center_) || host::takeTriple(group, 210, normal_)) return true;
-        if (group.code == 40) return radius_ = group.real, true;
-        if (group.code == 39) return thickness_ = group.real, true;
+        if (RoundFields{center_, normal_, radius_, thickness_}.take(group)) return true;
     }
     return AcDbCurve::inGroup(group, context);
 }
 
 void AcDbCircle::inDone(host::ReadContext& context) {
-    normal_ = host::unitNormal(normal_);
-    center_.fromPlane(normal_);
-    if (radius_ < 0) {
-        radius_ = -radius_;
-        context.repaired("circle with a negative radius: taken as positive");
-    }
+    const RoundFields fields{center_, normal_, radius_, thickness_};
+    fields.settle(context, "circle with a negative radius: taken as positive");
 }
 
 void AcDbCircle::outGroups(host::GroupWriter& writer) const {
     AcDbCurve::outGroups(writer);
-    writer.subclass("AcDbCircle");
-    if (thickness_ != 0) writer.real(39, thickness_);
-    writer.point(10, center_.inPlane(normal_));
-    writer.real(40, radius_);
-    writer.normal(210, normal_);
+    writeRound(writer, center_, normal_, radius_, thickness_);
 }
 
 AcDbArc::AcDbArc(const AcGePoint3d& center, double radius, double startAngle, double endAngle)
@@ -82,9 +99,7 @@ double AcDbArc::totalAngle() const {
 bool AcDbArc::inGroup(const host::Group& group, host::ReadContext& context) {
     // Arcs stand behind two markers: the circle's and their own.
     if (context.within("AcDbCircle") || context.within("AcDbArc")) {
-        if (host::takeTriple(group, 10, center_) || host::takeTriple(group, 210, normal_)) return true;
-        if (group.code == 40) return radius_ = group.real, true;
-        if (group.code == 39) return thickness_ = group.real, true;
+        if (RoundFields{center_, normal_, radius_, thickness_}.take(group)) return true;
         if (group.code == 50) return start_ = host::toRadians(group.real), true;
         if (group.code == 51) return end_ = host::toRadians(group.real), true;
     }
@@ -92,21 +107,13 @@ bool AcDbArc::inGroup(const host::Group& group, host::ReadContext& context) {
 }
 
 void AcDbArc::inDone(host::ReadContext& context) {
-    normal_ = host::unitNormal(normal_);
-    center_.fromPlane(normal_);
-    if (radius_ < 0) {
-        radius_ = -radius_;
-        context.repaired("arc with a negative radius: taken as positive");
-    }
+    const RoundFields fields{center_, normal_, radius_, thickness_};
+    fields.settle(context, "arc with a negative radius: taken as positive");
 }
 
 void AcDbArc::outGroups(host::GroupWriter& writer) const {
     AcDbCurve::outGroups(writer);
-    writer.subclass("AcDbCircle");
-    if (thickness_ != 0) writer.real(39, thickness_);
-    writer.point(10, center_.inPlane(normal_));
-    writer.real(40, radius_);
-    writer.normal(210, normal_);
+    writeRound(writer, center_, normal_, radius_, thickness_);
     writer.subclass("AcDbArc");
     writer.real(50, host::fileDegrees(start_));
     writer.real(51, host::fileDegrees(end_));

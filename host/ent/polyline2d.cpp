@@ -71,15 +71,14 @@ void AcDb2dVertex::outGroups(host::GroupWriter& writer) const {
 AcDb2dPolyline::AcDb2dPolyline(AcDb::Poly2dType type, const AcGePoint3dArray& vertices, double elevation,
                                Adesk::Boolean closed, double defaultStartWidth, double defaultEndWidth,
                                const AcGeDoubleArray* bulges)
-    : elevation_(elevation), startWidth_(defaultStartWidth), endWidth_(defaultEndWidth), closed_(closed) {
+    : elevation_(elevation), startWidth_(defaultStartWidth), endWidth_(defaultEndWidth) {
+    closed_ = closed;
     for (int i = 0; i < vertices.length(); ++i)
         appendVertex(new AcDb2dVertex(vertices[i], bulges && i < bulges->length() ? (*bulges)[i] : 0));
     if (type != AcDb::k2dSimplePoly) convertToPolyType(type);
 }
 
 Acad::ErrorStatus AcDb2dPolyline::setPolyType(AcDb::Poly2dType type) { HOST_SET(type_, type); }
-Acad::ErrorStatus AcDb2dPolyline::makeClosed() { HOST_SET(closed_, true); }
-Acad::ErrorStatus AcDb2dPolyline::makeOpen() { HOST_SET(closed_, false); }
 Acad::ErrorStatus AcDb2dPolyline::setDefaultStartWidth(double width) {
     if (!std::isfinite(width) || width < 0) return Acad::eInvalidInput;
     HOST_SET(startWidth_, width);
@@ -108,26 +107,6 @@ Acad::ErrorStatus AcDb2dPolyline::getConstantWidth(double& width) const {
     return width = common, Acad::eOk;
 }
 
-Acad::ErrorStatus AcDb2dPolyline::appendVertex(AcDb2dVertex* vertex) {
-    AcDbObjectId id;
-    return appendVertex(id, vertex);
-}
-Acad::ErrorStatus AcDb2dPolyline::appendVertex(AcDbObjectId& id, AcDb2dVertex* vertex) {
-    return insertVertexAt(id, parts_.ids().empty() ? AcDbObjectId() : parts_.ids().back(), vertex);
-}
-Acad::ErrorStatus AcDb2dPolyline::insertVertexAt(AcDbObjectId& id, AcDbObjectId after, AcDb2dVertex* vertex) {
-    if (!vertex) return Acad::eNullEntityPointer;
-    if (!vertex->objectId().isNull()) return Acad::eAlreadyInDb;
-    if (auto es = willModify(); es != Acad::eOk) return es;
-    id = after.isNull() && !parts_.ids().empty() ? parts_.insertFirst(*this, vertex)
-                                                 : parts_.append(*this, vertex, after);
-    return Acad::eOk;
-}
-Acad::ErrorStatus AcDb2dPolyline::openVertex(AcDb2dVertex*& vertex, AcDbObjectId id, AcDb::OpenMode mode,
-                                             bool openErased) const {
-    return acdbOpenObject(vertex, id, mode, openErased);
-}
-AcDbObjectIterator* AcDb2dPolyline::vertexIterator() const { return new AcDbObjectIterator(parts_.ids()); }
 AcGePoint3d AcDb2dPolyline::vertexPosition(const AcDb2dVertex& vertex) const {
     return host::toWorld({vertex.position().x, vertex.position().y, elevation_}, normal_);
 }

@@ -2,7 +2,7 @@
 // smoothed as quadratic or cubic B-splines over a frame of control vertices.
 #pragma once
 #include "host/ent/polyline.h"
-#include "host/ent/polyline_parts.h"
+#include "host/ent/vertexed_curve.h"
 
 class AcDb2dVertex : public host::VertexEntity {
     HOST_DB_CLASS(AcDb2dVertex)
@@ -36,7 +36,7 @@ private:
     friend class AcDb2dPolyline;
 };
 
-class AcDb2dPolyline : public AcDbCurve {
+class AcDb2dPolyline : public host::VertexedCurve<AcDb2dVertex> {
     HOST_DB_CLASS(AcDb2dPolyline)
 public:
     AcDb2dPolyline() = default;
@@ -52,9 +52,6 @@ public:
     Acad::ErrorStatus splineFit();
     Acad::ErrorStatus splineFit(AcDb::Poly2dType type, Adesk::Int16 segments);
     Acad::ErrorStatus curveFit();
-    Acad::ErrorStatus makeClosed();
-    Acad::ErrorStatus makeOpen();
-    Acad::ErrorStatus setClosed(Adesk::Boolean closed) { return closed ? makeClosed() : makeOpen(); }
     double defaultStartWidth() const { return startWidth_; }
     Acad::ErrorStatus setDefaultStartWidth(double width);
     double defaultEndWidth() const { return endWidth_; }
@@ -74,28 +71,13 @@ public:
     // eInvalidInput when start and end or two vertices differ.
     Acad::ErrorStatus getConstantWidth(double& width) const;
 
-    // The vertex belongs to the polyline; in a drawing it stays open for write.
-    Acad::ErrorStatus appendVertex(AcDb2dVertex* vertex);
-    Acad::ErrorStatus appendVertex(AcDbObjectId& id, AcDb2dVertex* vertex);
-    Acad::ErrorStatus insertVertexAt(AcDbObjectId& id, AcDbObjectId after, AcDb2dVertex* vertex);
-    Acad::ErrorStatus openVertex(AcDb2dVertex*& vertex, AcDbObjectId id, AcDb::OpenMode mode,
-                                 bool openErased = false) const;
-    AcDbObjectIterator* vertexIterator() const;                   // of residents; the caller deletes it
     AcGePoint3d vertexPosition(const AcDb2dVertex& vertex) const; // in world coordinates
 
-    const host::OwnedParts& parts() const { return parts_; }
-    Adesk::Boolean isClosed() const override { return closed_; }
-    std::string dxfName() const override { return "POLYLINE"; }
     Acad::ErrorStatus extend(double toParam) override;
     Acad::ErrorStatus extend(Adesk::Boolean atStart, const AcGePoint3d& toPoint) override;
     Acad::ErrorStatus reverseCurve() override;
-    // Copies own fresh copies of the vertices.
-    AcRxObject* clone() const override;
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
     void outGroups(host::GroupWriter& writer) const override;
-    void ownedParts(std::vector<AcDbObjectId>& parts) const override { parts_.list(parts); }
-    bool addOwnedPart(AcDbObjectId part) override { return parts_.adopt(part), true; }
-    void joined(AcDbDatabase& database) override { parts_.join(*this, database); }
 
 protected:
     host::CurvePath makePath() const override;
@@ -103,17 +85,13 @@ protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;
     Acad::ErrorStatus subMoveGripPointsAt(const AcGeIntArray& indices, const AcGeVector3d& offset) override;
-    Acad::ErrorStatus subExplode(AcDbVoidPtrArray& parts) const override;
     Adesk::Boolean subWorldDraw(AcGiWorldDraw* context) const override;
-    std::uint64_t state() const override;
 
 private:
     std::vector<AcDbPolyline::Vertex> drawnVertices() const;
     void assignDrawn(const std::vector<AcDbPolyline::Vertex>& drawn);
-    host::OwnedParts parts_;
     AcDb::Poly2dType type_ = AcDb::k2dSimplePoly;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
     double elevation_ = 0, thickness_ = 0, startWidth_ = 0, endWidth_ = 0;
     int flags_ = 0; // bits that nothing else holds, such as 128
-    bool closed_ = false;
 };

@@ -18,14 +18,6 @@ void AcDb2dPolyline::setLinetypeGeneration(bool on) {
     if (willModify() == Acad::eOk) flags_ = on ? flags_ | 128 : flags_ & ~128;
 }
 
-AcRxObject* AcDb2dPolyline::clone() const {
-    AcRxObject* copy = AcDbCurve::clone();
-    if (copy) static_cast<AcDb2dPolyline*>(copy)->parts_.detach();
-    return copy;
-}
-
-std::uint64_t AcDb2dPolyline::state() const { return parts_.state(AcDbCurve::state()); }
-
 // Frames that nothing was fitted to are drawn themselves.
 std::vector<AcDbPolyline::Vertex> AcDb2dPolyline::drawnVertices() const {
     std::vector<AcDbPolyline::Vertex> drawn, frame;
@@ -135,8 +127,6 @@ Acad::ErrorStatus AcDb2dPolyline::subTransformBy(const AcGeMatrix3d& matrix) {
     normal_ = normal, elevation_ = elevation;
     return Acad::eOk;
 }
-
-Acad::ErrorStatus AcDb2dPolyline::subExplode(AcDbVoidPtrArray& parts) const { return explodePieces(parts); }
 
 // Frames have the grips where there are some.
 Acad::ErrorStatus AcDb2dPolyline::subGetGripPoints(AcGePoint3dArray& points) const {

@@ -34,37 +34,14 @@ void AcDb3dPolylineVertex::outGroups(host::GroupWriter& writer) const {
     writer.integer(70, flags_);
 }
 
-AcDb3dPolyline::AcDb3dPolyline(AcDb::Poly3dType type, const AcGePoint3dArray& vertices, Adesk::Boolean closed)
-    : closed_(closed) {
+AcDb3dPolyline::AcDb3dPolyline(AcDb::Poly3dType type, const AcGePoint3dArray& vertices,
+                               Adesk::Boolean closed) {
+    closed_ = closed;
     for (const AcGePoint3d& point : vertices) appendVertex(new AcDb3dPolylineVertex(point));
     if (type != AcDb::k3dSimplePoly) convertToPolyType(type);
 }
 
 Acad::ErrorStatus AcDb3dPolyline::setPolyType(AcDb::Poly3dType type) { HOST_SET(type_, type); }
-Acad::ErrorStatus AcDb3dPolyline::makeClosed() { HOST_SET(closed_, true); }
-Acad::ErrorStatus AcDb3dPolyline::makeOpen() { HOST_SET(closed_, false); }
-
-Acad::ErrorStatus AcDb3dPolyline::appendVertex(AcDb3dPolylineVertex* vertex) {
-    AcDbObjectId id;
-    return appendVertex(id, vertex);
-}
-Acad::ErrorStatus AcDb3dPolyline::appendVertex(AcDbObjectId& id, AcDb3dPolylineVertex* vertex) {
-    return insertVertexAt(id, parts_.ids().empty() ? AcDbObjectId() : parts_.ids().back(), vertex);
-}
-Acad::ErrorStatus AcDb3dPolyline::insertVertexAt(AcDbObjectId& id, AcDbObjectId after,
-                                                 AcDb3dPolylineVertex* vertex) {
-    if (!vertex) return Acad::eNullEntityPointer;
-    if (!vertex->objectId().isNull()) return Acad::eAlreadyInDb;
-    if (auto es = willModify(); es != Acad::eOk) return es;
-    id = after.isNull() && !parts_.ids().empty() ? parts_.insertFirst(*this, vertex)
-                                                 : parts_.append(*this, vertex, after);
-    return Acad::eOk;
-}
-Acad::ErrorStatus AcDb3dPolyline::openVertex(AcDb3dPolylineVertex*& vertex, AcDbObjectId id,
-                                             AcDb::OpenMode mode, bool openErased) const {
-    return acdbOpenObject(vertex, id, mode, openErased);
-}
-AcDbObjectIterator* AcDb3dPolyline::vertexIterator() const { return new AcDbObjectIterator(parts_.ids()); }
 
 bool AcDb3dPolyline::inGroup(const host::Group& group, host::ReadContext& context) {
     if (context.within("AcDb3dPolyline")) {

@@ -10,14 +10,6 @@ namespace {
 bool isControl(const AcDb3dPolylineVertex& v) { return v.vertexType() == AcDb::k3dControlVertex; }
 } // namespace
 
-AcRxObject* AcDb3dPolyline::clone() const {
-    AcRxObject* copy = AcDbCurve::clone();
-    if (copy) static_cast<AcDb3dPolyline*>(copy)->parts_.detach();
-    return copy;
-}
-
-std::uint64_t AcDb3dPolyline::state() const { return parts_.state(AcDbCurve::state()); }
-
 // Frames that nothing was fitted to are drawn themselves.
 std::vector<AcGePoint3d> AcDb3dPolyline::drawnPoints() const {
     std::vector<AcGePoint3d> drawn, frame;
@@ -85,8 +77,6 @@ Acad::ErrorStatus AcDb3dPolyline::subTransformBy(const AcGeMatrix3d& matrix) {
         [&](AcDb3dPolylineVertex& v) { v.setPosition(matrix * v.position()); });
     return Acad::eOk;
 }
-
-Acad::ErrorStatus AcDb3dPolyline::subExplode(AcDbVoidPtrArray& parts) const { return explodePieces(parts); }
 
 // Frames have the grips where there are some.
 Acad::ErrorStatus AcDb3dPolyline::subGetGripPoints(AcGePoint3dArray& points) const {
