@@ -50,6 +50,20 @@ std::wstring caption(const wchar_t* when, const Snapshot& moment) {
            std::to_wstring(moment.vertices.size()) + L" vertices";
 }
 
+// The current space as it fills a picture. Points whose size hangs on the view are drawn anew once it is
+// known what the picture shows.
+host::DisplayList wholeSpace(AcDbDatabase& database) {
+    host::DisplayList list = host::displaySpace(database, {});
+    if (database.headerInteger("$PDMODE", 0) == 0) return list;
+    host::DisplayOptions options;
+    const AcDbExtents2d box = host::seenExtents(list, options.view);
+    if (!box.isValid()) return list;
+    constexpr double kMargin = 0.02;
+    options.view.aspect = 1.6;
+    options.view.fit(box.minPoint(), box.maxPoint(), kMargin);
+    return host::displaySpace(database, {}, options);
+}
+
 } // namespace
 
 bool isPicturePath(const std::string& path, const std::string& option) {
@@ -61,12 +75,12 @@ bool isPicturePath(const std::string& path, const std::string& option) {
 ExitStatus drawPicture(const std::string& path, AcDbDatabase& database) {
     host::PictureOptions options;
     options.path = path;
-    return told(host::writePicture(host::displaySpace(database, {}), options), path);
+    return told(host::writePicture(wholeSpace(database), options), path);
 }
 
 Snapshot Snapshot::take(AcDbDatabase& database) {
     Snapshot moment;
-    moment.list = host::displaySpace(database, {});
+    moment.list = wholeSpace(database);
     AcDbObjectPointer<AcDbBlockTableRecord> space(database.currentSpaceId(), AcDb::kForRead);
     if (!space) return moment;
     for (const AcDbObjectId id : space->entities()) {

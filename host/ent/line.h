@@ -57,6 +57,7 @@ public:
 
 protected:
     Adesk::Boolean subWorldDraw(AcGiWorldDraw* context) const override;
+    void subViewportDraw(AcGiViewportDraw* context) const override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
     Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& points) const override;

@@ -1,6 +1,9 @@
 // What lines do as curves, and what points do as entities.
 #include <algorithm>
+#include <initializer_list>
+#include <vector>
 
+#include "host/db/database.h"
 #include "host/ent/filing.h"
 #include "host/ent/line.h"
 #include "host/gi/draw.h"
@@ -75,9 +78,56 @@ Acad::ErrorStatus AcDbLine::subMoveStretchPointsAt(const AcGeIntArray& indices, 
 
 // -- points -------------------------------------------------------------------------------------------
 
+namespace {
+
+// The drawing's look of points: PDMODE is 0 a dot, 1 nothing, 2 a plus, 3 a cross, 4 a tick, with 32 for a
+// circle and 64 for a square round it.
+struct PointLook {
+    int mode = 0;
+    double size = 0; // PDSIZE; up to 0: seen alike at every magnification
+};
+PointLook pointLook(const AcDbDatabase* database) {
+    if (!database) return {};
+    return {int(database->headerInteger("$PDMODE", 0)), database->headerReal("$PDSIZE", 0)};
+}
+
+// `half` is half the figure's size; strokes of plus and cross reach beyond what stands round them.
+void drawPointFigure(AcGiGeometry& geometry, const AcGePoint3d& at, const AcGeVector3d& normal, int mode,
+                     double half) {
+    const AcGeMatrix3d plane = AcGeMatrix3d::planeToWorld(normal);
+    const auto stroke = [&](std::initializer_list<AcGePoint2d> corners) {
+        std::vector<AcGePoint3d> points;
+        for (const AcGePoint2d& c : corners)
+            points.push_back(at + plane * AcGeVector3d(c.x * half, c.y * half, 0));
+        geometry.polyline(Adesk::UInt32(points.size()), points.data(), &normal);
+    };
+    switch (mode & 7) {
+    case 0: geometry.polyline(1, &at, &normal); break;
+    case 2: stroke({{-2, 0}, {2, 0}}), stroke({{0, -2}, {0, 2}}); break;
+    case 3: stroke({{-1.5, -1.5}, {1.5, 1.5}}), stroke({{-1.5, 1.5}, {1.5, -1.5}}); break;
+    case 4: stroke({{0, 0}, {0, 1}}); break;
+    default: break;
+    }
+    if (mode & 32) geometry.circle(at, half, normal);
+    if (mode & 64) stroke({{-1, -1}, {1, -1}, {1, 1}, {-1, 1}, {-1, -1}});
+}
+
+} // namespace
+
 Adesk::Boolean AcDbPoint::subWorldDraw(AcGiWorldDraw* context) const {
-    context->geometry().polyline(1, &position_, &normal_);
+    const PointLook look = pointLook(database());
+    if (look.mode != 0 && !(look.size > 0)) return false; // its size hangs on the view
+    drawPointFigure(context->geometry(), position_, normal_, look.mode, look.size / 2);
     return true;
+}
+
+void AcDbPoint::subViewportDraw(AcGiViewportDraw* context) const {
+    constexpr double kPixels = 24;
+    AcGePoint2d unit;
+    context->viewport().getNumPixelsInUnitSquare(position_, unit);
+    if (unit.x > 0)
+        drawPointFigure(context->geometry(), position_, normal_, pointLook(database()).mode,
+                        kPixels / unit.x / 2);
 }
 
 Acad::ErrorStatus AcDbPoint::subTransformBy(const AcGeMatrix3d& matrix) {

@@ -55,6 +55,31 @@ TEST_F(Drawn, ThinCurvesHaveTheirOwnBoxAndLength) {
     }
 }
 
+TEST_F(Drawn, PointsShowAsTheDrawingSaysAtASizeOfItsOwnOrOfTheView) {
+    AcDbObjectId id;
+    AcDbObjectPointer<AcDbBlockTableRecord> space(drawing.modelSpaceId(), AcDb::kForWrite);
+    auto* point = new AcDbPoint({100, 50, 0});
+    ASSERT_EQ(space->appendAcDbEntity(id, point), Acad::eOk);
+    point->close();
+    space.close();
+    AcDbObjectPointer<AcDbPoint> placed(id, AcDb::kForRead);
+    EXPECT_EQ(draw(*placed).extents.maxPoint().x, 100); // a dot
+    drawing.setHeaderInteger("$PDMODE", 70, 34);        // plus and circle
+    drawing.setHeaderReal("$PDSIZE", 40, 4);
+    const host::DisplayList own = draw(*placed);
+    EXPECT_NEAR(own.extents.maxPoint().x, 104, 1e-9);
+    EXPECT_NEAR(own.extents.minPoint().y, 46, 1e-9);
+    EXPECT_NEAR(lengthOf(own), 16 + 4 * std::numbers::pi, 0.01);
+    drawing.setHeaderReal("$PDSIZE", 40, 0);
+    drawing.setHeaderInteger("$PDMODE", 70, 96); // dot, circle and square: 24 of a thousand pixels
+    host::DatabaseSource source(&drawing);
+    host::DisplayOptions options;
+    options.view.height = 100, options.view.aspect = 2;
+    host::DisplayCollector collector(source, options);
+    collector.add(*placed, {});
+    EXPECT_NEAR(collector.take().extents.maxPoint().x, 102.4, 1e-9);
+}
+
 TEST_F(Drawn, WidePolylinesAreFilled) {
     AcDbPolyline wide;
     wide.addVertexAt(0, {0, 0}), wide.addVertexAt(1, {10, 0});
