@@ -12,7 +12,7 @@ public:
     // Ends an open for write, telling what happened; leaves one reader when `keepRead` is set.
     static void endWrite(AcDbObject& object, bool keepRead);
 
-    static void join(AcDbObject& object, IdStub* stub, AcDbObjectId owner);
+    static void join(AcDbObject& object, IdCell* cell, AcDbObjectId owner);
     static void openNew(AcDbObject& object) { object.writing_ = true, object.isNew_ = true; }
     static void setOwner(AcDbObject& object, AcDbObjectId owner) { object.owner_ = owner; }
     static void setErased(AcDbObject& object, bool erased) { object.erased_ = erased; }
@@ -32,7 +32,7 @@ public:
 
     template <class Call> static void tell(const AcDbObject& object, Call call);
     template <class Call> static void tellDatabase(AcDbDatabase* database, Call call);
-    static AcDbObject* object(AcDbObjectId id) { return id.stub() ? id.stub()->object : nullptr; }
+    static AcDbObject* object(AcDbObjectId id) { return id.cell() ? id.cell()->object : nullptr; }
 };
 
 // Listeners may add and remove listeners while they are told: a copy is walked, the removed are skipped.

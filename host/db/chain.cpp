@@ -96,7 +96,7 @@ bool appendGroups(const resbuf& buffer, GroupList& groups) {
 
 resbuf* chainFromGroups(const GroupList& groups, AcDbDatabase* database) {
     const ResolveHandle resolve = [database](std::uint64_t handle) {
-        return AcDbObjectId(database ? database->stubOf(handle, false) : nullptr);
+        return AcDbObjectId(database ? database->cellOf(handle, false) : nullptr);
     };
     resbuf* first = nullptr;
     resbuf** link = &first;

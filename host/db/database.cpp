@@ -78,38 +78,38 @@ AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) : undo_(std::make_uni
 
 AcDbDatabase::~AcDbDatabase() {
     host::ObjectAccess::tellDatabase(this, [this](auto& r) { r.goodbye(this); });
-    for (const auto& stub : stubs_)
-        if (stub.object) host::ObjectAccess::sayGoodbye(*stub.object);
+    for (const auto& cell : cells_)
+        if (cell.object) host::ObjectAccess::sayGoodbye(*cell.object);
     std::erase(allDatabases(), this);
     auto* services = acdbHostApplicationServices();
     if (services->workingDatabase() == this) services->setWorkingDatabase(nullptr);
     undo_.reset();
-    for (auto& stub : stubs_) delete std::exchange(stub.object, nullptr);
+    for (auto& cell : cells_) delete std::exchange(cell.object, nullptr);
 }
 
 // -- handles ------------------------------------------------------------------------------------------
 
-host::IdStub*& AcDbDatabase::slot(Adesk::UInt64 handle) { return pages_[handle / kPage][handle % kPage]; }
+host::IdCell*& AcDbDatabase::slot(Adesk::UInt64 handle) { return pages_[handle / kPage][handle % kPage]; }
 
-host::IdStub* AcDbDatabase::newStub(Adesk::UInt64 handle) {
-    host::IdStub& stub = stubs_.emplace_back();
-    stub.database = this;
-    stub.handle = handle;
-    return slot(handle) = &stub;
+host::IdCell* AcDbDatabase::newCell(Adesk::UInt64 handle) {
+    host::IdCell& cell = cells_.emplace_back();
+    cell.database = this;
+    cell.handle = handle;
+    return slot(handle) = &cell;
 }
 
-host::IdStub* AcDbDatabase::stubOf(Adesk::UInt64 handle, bool create) {
+host::IdCell* AcDbDatabase::cellOf(Adesk::UInt64 handle, bool create) {
     const auto page = pages_.find(handle / kPage);
-    host::IdStub* stub = page == pages_.end() ? nullptr : page->second[handle % kPage];
-    return stub || !create || handle == 0 ? stub : newStub(handle);
+    host::IdCell* cell = page == pages_.end() ? nullptr : page->second[handle % kPage];
+    return cell || !create || handle == 0 ? cell : newCell(handle);
 }
 
 // The next handle that nobody has and nobody refers to.
-host::IdStub* AcDbDatabase::freshStub() {
+host::IdCell* AcDbDatabase::freshCell() {
     for (;; ++nextHandle_) {
-        const host::IdStub* present = stubOf(nextHandle_, false);
-        if (!present || (!present->object && present->undoStep == host::IdStub::kUndone))
-            return newStub(nextHandle_++);
+        const host::IdCell* present = cellOf(nextHandle_, false);
+        if (!present || (!present->object && present->undoStep == host::IdCell::kUndone))
+            return newCell(nextHandle_++);
     }
 }
 
@@ -119,43 +119,43 @@ void AcDbDatabase::raiseHandseed(Adesk::UInt64 atLeast) {
 
 Acad::ErrorStatus AcDbDatabase::getAcDbObjectId(AcDbObjectId& id, bool createIfNotFound,
                                                 const AcDbHandle& handle) {
-    id = AcDbObjectId(stubOf(handle, createIfNotFound));
+    id = AcDbObjectId(cellOf(handle, createIfNotFound));
     if (handle.isNull()) return Acad::eNullHandle;
     return id.isNull() ? Acad::eUnknownHandle : Acad::eOk;
 }
 
 // -- objects ------------------------------------------------------------------------------------------
 
-void host::ObjectAccess::join(AcDbObject& object, IdStub* stub, AcDbObjectId owner) {
-    object.stub_ = stub;
+void host::ObjectAccess::join(AcDbObject& object, IdCell* cell, AcDbObjectId owner) {
+    object.cell_ = cell;
     object.owner_ = owner;
-    stub->object = &object;
+    cell->object = &object;
 }
 
 AcDbObjectId AcDbDatabase::place(std::unique_ptr<AcDbObject> object, Adesk::UInt64 handle,
                                  AcDbObjectId owner) {
     if (!object) return {};
-    host::IdStub* stub = handle && handle < kHandleLimit ? stubOf(handle, true) : nullptr;
-    if (stub && stub->object) stub = nullptr;
-    if (stub)
+    host::IdCell* cell = handle && handle < kHandleLimit ? cellOf(handle, true) : nullptr;
+    if (cell && cell->object) cell = nullptr;
+    if (cell)
         raiseHandseed(handle + 1);
     else
-        stub = freshStub();
+        cell = freshCell();
     AcDbObject* resident = object.release();
-    host::ObjectAccess::join(*resident, stub, owner);
+    host::ObjectAccess::join(*resident, cell, owner);
     resident->joined(*this);
-    return AcDbObjectId(stub);
+    return AcDbObjectId(cell);
 }
 
 AcDbObjectId AcDbDatabase::append(AcDbObject* object, AcDbObjectId owner) {
     if (!object || object->database()) return {};
     undo_->willAppend();
-    host::IdStub* stub = freshStub();
-    host::ObjectAccess::join(*object, stub, owner);
+    host::IdCell* cell = freshCell();
+    host::ObjectAccess::join(*object, cell, owner);
     host::ObjectAccess::openNew(*object);
     undo_->appended(*object);
     object->joined(*this);
-    return AcDbObjectId(stub);
+    return AcDbObjectId(cell);
 }
 
 Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObjectId& id, AcDbObject* object) {
@@ -212,8 +212,8 @@ AcDbObjectId AcDbDatabase::continuousLinetype() const {
 
 std::map<AcDbObjectId, std::vector<AcDbObjectId>> AcDbDatabase::blockReferences() const {
     std::map<AcDbObjectId, std::vector<AcDbObjectId>> references;
-    for (const auto& stub : stubs_) {
-        const auto* entity = AcDbEntity::cast(stub.object);
+    for (const auto& cell : cells_) {
+        const auto* entity = AcDbEntity::cast(cell.object);
         if (!entity || entity->isErased()) continue;
         const AcDbObjectId block = entity->referencedBlock();
         // A dimension shows its block without being a reference to it.
@@ -247,7 +247,7 @@ AcDbLayoutManager* AcDbHostApplicationServices::layoutManager() const {
     return &manager;
 }
 
-// A name is the id's stub and its handle; the handle tells whether the stub still stands.
+// A name is the id's cell and its handle; the handle tells whether the cell still stands.
 Acad::ErrorStatus acdbGetAdsName(ads_name name, AcDbObjectId id) {
     name[0] = id.asOldId();
     name[1] = std::int64_t(id.handle().value());
@@ -257,7 +257,7 @@ Acad::ErrorStatus acdbGetAdsName(ads_name name, AcDbObjectId id) {
 Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name) {
     id.setNull();
     for (auto* database : host::databases()) {
-        const AcDbObjectId known(database->stubOf(Adesk::UInt64(name[1]), false));
+        const AcDbObjectId known(database->cellOf(Adesk::UInt64(name[1]), false));
         if (!known.isNull() && known.asOldId() == name[0]) return id = known, Acad::eOk;
     }
     return Acad::eInvalidInput;
@@ -265,7 +265,7 @@ Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name) {
 
 int acdbHandEnt(const ACHAR* handle, ads_name name) {
     AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase();
-    const AcDbObjectId id(database ? database->stubOf(AcDbHandle(handle), false) : nullptr);
+    const AcDbObjectId id(database ? database->cellOf(AcDbHandle(handle), false) : nullptr);
     if (!id.isValid()) return RTERROR;
     acdbGetAdsName(name, id);
     return RTNORM;

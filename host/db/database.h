@@ -134,15 +134,15 @@ public:
     std::vector<host::FileClass>& fileClasses() { return classes_; }
     std::vector<host::KeptSection>& keptSections() { return keptSections_; }
 
-    // The stub of a handle; made when `create` is set, null otherwise.
-    host::IdStub* stubOf(Adesk::UInt64 handle, bool create);
+    // The cell of a handle; made when `create` is set, null otherwise.
+    host::IdCell* cellOf(Adesk::UInt64 handle, bool create);
     // Puts an object under a handle, or under the next free one for 0 and for a handle that is
     // taken. The object is owned from now on, and is closed.
     AcDbObjectId place(std::unique_ptr<AcDbObject> object, Adesk::UInt64 handle, AcDbObjectId owner);
     // Places and leaves it open for write, recorded for undo, with the reactors told.
     AcDbObjectId append(AcDbObject* object, AcDbObjectId owner);
-    // All stubs in order of creation, also those without an object.
-    const std::deque<host::IdStub>& stubs() const { return stubs_; }
+    // All cells in order of creation, also those without an object.
+    const std::deque<host::IdCell>& cells() const { return cells_; }
     void raiseHandseed(Adesk::UInt64 atLeast);
     AcDbObjectId tableId(const AcRxClass* tableClass) const;
     void setTableId(const AcRxClass* tableClass, AcDbObjectId id);
@@ -164,13 +164,13 @@ private:
     friend class host::UndoLog;
     friend class host::ObjectAccess;
     static constexpr Adesk::UInt64 kPage = 16;
-    using Page = std::array<host::IdStub*, kPage>;
-    host::IdStub*& slot(Adesk::UInt64 handle);
-    host::IdStub* newStub(Adesk::UInt64 handle);
-    host::IdStub* freshStub();
+    using Page = std::array<host::IdCell*, kPage>;
+    host::IdCell*& slot(Adesk::UInt64 handle);
+    host::IdCell* newCell(Adesk::UInt64 handle);
+    host::IdCell* freshCell();
     void removeHeaderValue(const std::string& name);
 
-    std::deque<host::IdStub> stubs_;
+    std::deque<host::IdCell> cells_;
     std::unordered_map<Adesk::UInt64, Page> pages_; // by handle / kPage
     Adesk::UInt64 nextHandle_ = 1;
     std::vector<host::HeaderVariable> header_;

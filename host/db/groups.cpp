@@ -140,7 +140,7 @@ bool GroupList::find(int code, Group& out) const {
 void GroupWriter::text(int code, const std::wstring& wide) { write(Group::ofText(code, utf8(wide))); }
 
 void GroupWriter::recordName(int code, AcDbObjectId record) {
-    const AcDbObject* object = record.isNull() ? nullptr : record.stub()->object;
+    const AcDbObject* object = record.isNull() ? nullptr : record.cell()->object;
     if (const auto* named = dynamic_cast<const AcDbSymbolTableRecord*>(object)) text(code, named->name());
 }
 

@@ -12,7 +12,7 @@ constexpr Adesk::UInt16 kMaxReaders = 256;
 }
 
 AcDbObject::~AcDbObject() {
-    if (stub_ && stub_->object == this) stub_->object = nullptr;
+    if (cell_ && cell_->object == this) cell_->object = nullptr;
     if (listeners_) host::ObjectAccess::sayGoodbye(*this);
 }
 
@@ -33,7 +33,7 @@ Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb:
                                      bool openErased) {
     object = nullptr;
     if (id.isNull()) return Acad::eNullObjectId;
-    AcDbObject* resident = id.stub()->object;
+    AcDbObject* resident = id.cell()->object;
     if (!resident) return Acad::eUnknownHandle;
     const auto es = host::ObjectAccess::open(*resident, mode, openErased);
     if (es == Acad::eOk) object = resident;
@@ -56,7 +56,7 @@ Acad::ErrorStatus host::ObjectAccess::open(AcDbObject& o, AcDb::OpenMode mode, b
 }
 
 Acad::ErrorStatus AcDbObject::close() {
-    if (!stub_) return Acad::eOk;
+    if (!cell_) return Acad::eOk;
     if (notifies_) {
         if (upgraded_) host::ObjectAccess::endWrite(*this, false);
         return --notifies_, Acad::eOk;
@@ -67,7 +67,7 @@ Acad::ErrorStatus AcDbObject::close() {
 }
 
 Acad::ErrorStatus AcDbObject::upgradeOpen() {
-    if (!stub_) return Acad::eOk;
+    if (!cell_) return Acad::eOk;
     if (notifying_) return Acad::eWasNotifying;
     if (writing_) return Acad::eWasOpenForWrite;
     if (notifies_) return Acad::eWasOpenForNotify;
@@ -79,7 +79,7 @@ Acad::ErrorStatus AcDbObject::upgradeOpen() {
 }
 
 Acad::ErrorStatus AcDbObject::downgradeOpen() {
-    if (!stub_) return Acad::eOk;
+    if (!cell_) return Acad::eOk;
     if (!writing_) return readers_ ? Acad::eWasOpenForRead : Acad::eNotOpenForWrite;
     if (notifying_) return Acad::eWasNotifying;
     if (notifies_) return Acad::eWasOpenForNotify;
@@ -99,14 +99,14 @@ Acad::ErrorStatus AcDbObject::upgradeFromNotify(Adesk::Boolean& wasWritable) {
 }
 
 Acad::ErrorStatus AcDbObject::downgradeToNotify(Adesk::Boolean wasWritable) {
-    if (!stub_ || wasWritable) return Acad::eOk;
+    if (!cell_ || wasWritable) return Acad::eOk;
     if (!upgraded_) return Acad::eNotOpenForWrite;
     host::ObjectAccess::endWrite(*this, false);
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbObject::cancel() {
-    if (!stub_) return Acad::eOk;
+    if (!cell_) return Acad::eOk;
     if (!writing_ || notifies_) return close();
     if (notifying_) return Acad::eWasNotifying;
     const bool changed = touched_ || isNew_;
@@ -124,7 +124,7 @@ Acad::ErrorStatus AcDbObject::cancel() {
 // -- changing -----------------------------------------------------------------------------------------
 
 Acad::ErrorStatus AcDbObject::assertWriteEnabled(Adesk::Boolean autoUndo, Adesk::Boolean) {
-    if (!stub_ || (touched_ && (recorded_ || !autoUndo))) return Acad::eOk;
+    if (!cell_ || (touched_ && (recorded_ || !autoUndo))) return Acad::eOk;
     return firstChange(autoUndo);
 }
 
@@ -213,7 +213,7 @@ void eraseBelonging(AcDbObjectId id, bool erasing) {
 } // namespace
 
 Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing) {
-    if (!stub_) return Acad::eNotInDatabase;
+    if (!cell_) return Acad::eNotInDatabase;
     if (erased_ == erasing) return erasing ? Acad::eWasErased : Acad::eOk;
     if (auto es = assertWriteEnabled(false); es != Acad::eOk) return es;
     database()->undoLog().willErase(*this);

@@ -39,13 +39,13 @@ public:
     ~AcDbObject() override;
     AcDbObject& operator=(AcDbObject&&) = delete;
 
-    AcDbObjectId objectId() const { return AcDbObjectId(stub_); }
+    AcDbObjectId objectId() const { return AcDbObjectId(cell_); }
     AcDbObjectId id() const { return objectId(); }
     AcDbObjectId ownerId() const { return owner_; }
     // Does not add the object to its new owner's list; files and undo use it.
     virtual Acad::ErrorStatus setOwnerId(AcDbObjectId owner);
     void getAcDbHandle(AcDbHandle& handle) const { handle = objectId().handle(); }
-    AcDbDatabase* database() const { return stub_ ? stub_->database : nullptr; }
+    AcDbDatabase* database() const { return cell_ ? cell_->database : nullptr; }
 
     // Closing ends an open; the first close after a change tells the reactors. eInvalidOpenState
     // when the object isn't open, eOk for objects outside any drawing.
@@ -66,8 +66,8 @@ public:
     Acad::ErrorStatus handOverTo(AcDbObject* replacement, Adesk::Boolean keepXData = true,
                                  Adesk::Boolean keepExtDict = true);
 
-    Adesk::Boolean isReadEnabled() const { return !stub_ || readers_ > 0 || notifies_ > 0 || writing_; }
-    Adesk::Boolean isWriteEnabled() const { return !stub_ || writing_; }
+    Adesk::Boolean isReadEnabled() const { return !cell_ || readers_ > 0 || notifies_ > 0 || writing_; }
+    Adesk::Boolean isWriteEnabled() const { return !cell_ || writing_; }
     Adesk::Boolean isNotifyEnabled() const { return notifies_ > 0; }
     Adesk::Boolean isModified() const { return touched_; }
     Adesk::Boolean isErased() const { return erased_; }
@@ -147,7 +147,7 @@ public:
     virtual void ownedParts(std::vector<AcDbObjectId>& parts) const;
     // Takes a part that stands in the drawing already; readers use it. False: this kind has no parts.
     virtual bool addOwnedPart(AcDbObjectId part);
-    // After the object and its stub have come together: takes waiting parts into the drawing.
+    // After the object and its cell have come together: takes waiting parts into the drawing.
     virtual void joined(AcDbDatabase& database);
     // A copy for undo, and taking such a copy's data back. Identity, erasure and listeners don't travel.
     virtual std::unique_ptr<AcDbObject> snapshot() const;
@@ -163,13 +163,13 @@ protected:
     AcDbObject& operator=(const AcDbObject& from);
 
     // The door of every setter; cheap after the first call of an open.
-    Acad::ErrorStatus willModify() { return recorded_ || !stub_ ? Acad::eOk : firstChange(true); }
+    Acad::ErrorStatus willModify() { return recorded_ || !cell_ ? Acad::eOk : firstChange(true); }
 
 private:
     friend class host::ObjectAccess;
     Acad::ErrorStatus firstChange(bool record);
 
-    host::IdStub* stub_ = nullptr;
+    host::IdCell* cell_ = nullptr;
     AcDbObjectId owner_;
     std::unique_ptr<host::ObjectTail> tail_;
     mutable std::unique_ptr<std::vector<AcDbObjectReactor*>> listeners_;

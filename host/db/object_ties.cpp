@@ -97,7 +97,7 @@ AcDbObjectId AcDbObject::extensionDictionary() const {
 }
 
 Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
-    if (!stub_) return Acad::eNotInDatabase;
+    if (!cell_) return Acad::eNotInDatabase;
     if (!extensionDictionary().isNull()) return Acad::eAlreadyInDb;
     if (auto es = willModify(); es != Acad::eOk) return es;
     auto* dictionary = new AcDbDictionary;
@@ -124,14 +124,14 @@ Acad::ErrorStatus AcDbObject::releaseExtensionDictionary() {
 // -- exchange -----------------------------------------------------------------------------------------
 
 void host::ObjectAccess::exchangeAbsent(AcDbObject& out, AcDbObject& in) {
-    in.stub_ = std::exchange(out.stub_, nullptr);
+    in.cell_ = std::exchange(out.cell_, nullptr);
     in.erased_ = out.erased_;
     in.listeners_ = std::move(out.listeners_);
 }
 
 void host::ObjectAccess::exchange(AcDbObject& out, AcDbObject& in) {
     exchangeAbsent(out, in);
-    in.stub_->object = &in;
+    in.cell_->object = &in;
     out.readers_ = out.notifies_ = 0;
     out.writing_ = out.upgraded_ = out.touched_ = out.recorded_ = false;
     out.isNew_ = out.xdataTouched_ = out.eraseToggled_ = out.notifying_ = false;
@@ -141,8 +141,8 @@ Acad::ErrorStatus AcDbObject::handOverTo(AcDbObject* replacement, Adesk::Boolean
                                          Adesk::Boolean keepExtDict) {
     if (!replacement) return Acad::eNullObjectPointer;
     if (replacement == this) return Acad::eSelfReference;
-    if (!stub_) return Acad::eNotInDatabase;
-    if (replacement->stub_) return Acad::eAlreadyInDb;
+    if (!cell_) return Acad::eNotInDatabase;
+    if (replacement->cell_) return Acad::eAlreadyInDb;
     if (AcDbEntity::cast(this) && !AcDbEntity::cast(replacement)) return Acad::eIllegalEntityType;
     if (auto es = willModify(); es != Acad::eOk) return es;
     replacement->owner_ = owner_;

@@ -104,7 +104,7 @@ Acad::ErrorStatus AcDbObject::setXData(const resbuf* xdata) {
     GroupList result = merged(tail_ ? tail_->xdata : GroupList(), sections);
     if (countedSize(result) > kXdataLimit) return Acad::eXdataSizeExceeded;
     if (auto es = willModify(); es != Acad::eOk) return es;
-    xdataTouched_ = stub_ != nullptr;
+    xdataTouched_ = cell_ != nullptr;
     result.shrink();
     tailForWrite().xdata = std::move(result);
     return Acad::eOk;

@@ -47,6 +47,6 @@ void AcDbHandle::getIntoAsciiBuffer(ACHAR* buffer, size_t size) const {
     buffer[length] = 0;
 }
 
-bool AcDbObjectId::isErased() const { return !isValid() || stub_->object->isErased(); }
+bool AcDbObjectId::isErased() const { return !isValid() || cell_->object->isErased(); }
 
-AcRxClass* AcDbObjectId::objectClass() const { return isValid() ? stub_->object->isA() : nullptr; }
+AcRxClass* AcDbObjectId::objectClass() const { return isValid() ? cell_->object->isA() : nullptr; }

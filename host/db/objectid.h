@@ -1,4 +1,4 @@
-// Object ids and handles. An id is a pointer to the object's stub, which stands as long as its
+// Object ids and handles. An id is a pointer to the object's cell, which stands as long as its
 // drawing does, so comparing and opening cost a few instructions; a handle is the number by
 // which files know the object.
 #pragma once
@@ -30,8 +30,8 @@ private:
 };
 
 namespace host {
-// Where an id points. Stubs are made by their drawing, in order of creation, and never move.
-struct IdStub {
+// Where an id points. Cells are made by their drawing, in order of creation, and never move.
+struct IdCell {
     AcDbObject* object = nullptr; // null: referred to but never defined, or undone away
     AcDbDatabase* database = nullptr;
     Adesk::UInt64 handle = 0;
@@ -44,22 +44,22 @@ struct IdStub {
 class AcDbObjectId {
 public:
     constexpr AcDbObjectId() = default;
-    explicit constexpr AcDbObjectId(host::IdStub* stub) : stub_(stub) {}
+    explicit constexpr AcDbObjectId(host::IdCell* cell) : cell_(cell) {}
     static const AcDbObjectId kNull;
 
-    bool isNull() const { return !stub_; }
-    void setNull() { stub_ = nullptr; }
+    bool isNull() const { return !cell_; }
+    void setNull() { cell_ = nullptr; }
     // True when an object stands behind the id, erased or not.
-    bool isValid() const { return stub_ && stub_->object; }
+    bool isValid() const { return cell_ && cell_->object; }
     bool isResident() const { return isValid(); }
     bool isErased() const;
-    AcDbDatabase* database() const { return stub_ ? stub_->database : nullptr; }
-    AcDbHandle handle() const { return AcDbHandle(stub_ ? stub_->handle : 0); }
+    AcDbDatabase* database() const { return cell_ ? cell_->database : nullptr; }
+    AcDbHandle handle() const { return AcDbHandle(cell_ ? cell_->handle : 0); }
     // The class of the object, or null when there is none.
     AcRxClass* objectClass() const;
-    Adesk::IntDbId asOldId() const { return reinterpret_cast<Adesk::IntDbId>(stub_); }
+    Adesk::IntDbId asOldId() const { return reinterpret_cast<Adesk::IntDbId>(cell_); }
     AcDbObjectId& setFromOldId(Adesk::IntDbId old) {
-        return stub_ = reinterpret_cast<host::IdStub*>(old), *this;
+        return cell_ = reinterpret_cast<host::IdCell*>(old), *this;
     }
 
     bool operator==(const AcDbObjectId& other) const = default;
@@ -69,14 +69,14 @@ public:
     }
     bool operator>(const AcDbObjectId& other) const { return other < *this; }
 
-    host::IdStub* stub() const { return stub_; }
+    host::IdCell* cell() const { return cell_; }
 
 private:
-    host::IdStub* stub_ = nullptr;
+    host::IdCell* cell_ = nullptr;
 };
 
 template <> struct std::hash<AcDbObjectId> {
-    size_t operator()(const AcDbObjectId& id) const { return std::hash<void*>()(id.stub()); }
+    size_t operator()(const AcDbObjectId& id) const { return std::hash<void*>()(id.cell()); }
 };
 
 using AcDbObjectIdArray = AcArray<AcDbObjectId>;

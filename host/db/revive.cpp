@@ -9,7 +9,7 @@
 namespace host {
 
 AcDbObjectId DrawingContext::id(std::uint64_t handle) {
-    return database && handle ? AcDbObjectId(database->stubOf(handle, true)) : AcDbObjectId();
+    return database && handle ? AcDbObjectId(database->cellOf(handle, true)) : AcDbObjectId();
 }
 AcDbObjectId DrawingContext::layer(std::string_view name) {
     return database ? database->find(AcDbLayerTable::desc(), wide(name)) : AcDbObjectId();
@@ -108,9 +108,9 @@ void takeFields(AcDbObject& object, const AcDbObject& from) {
 
 void reviveKeptObjects(AcDbDatabase& database) {
     database.undoLog().forEachHeld(retireHeld);
-    // Reading groups may make stubs, which join at the end.
-    for (size_t i = 0; i < database.stubs().size(); ++i) {
-        AcDbObject* object = database.stubs()[i].object;
+    // Reading groups may make cells, which join at the end.
+    for (size_t i = 0; i < database.cells().size(); ++i) {
+        AcDbObject* object = database.cells()[i].object;
         if (!object || ObjectAccess::isOpen(*object)) continue;
         const AcRxClass* cls = object->isA();
         std::unique_ptr<AcDbObject> next;

@@ -56,7 +56,7 @@ UndoLog::Step& UndoLog::openStep() {
         open_ = std::make_unique<Step>();
         open_->name = name_;
         open_->nextHandle = database_.nextHandle_;
-        if (++stepNumber_ == IdStub::kUndone) stepNumber_ = 1;
+        if (++stepNumber_ == IdCell::kUndone) stepNumber_ = 1;
         redo_.clear();
     }
     return *open_;
@@ -95,8 +95,8 @@ bool UndoLog::hold(AcDbObject& object) {
     ++changes_;
     if (!recording()) return false;
     openStep();
-    IdStub& stub = *object.objectId().stub();
-    return std::exchange(stub.undoStep, stepNumber_) != stepNumber_;
+    IdCell& cell = *object.objectId().cell();
+    return std::exchange(cell.undoStep, stepNumber_) != stepNumber_;
 }
 
 bool UndoLog::willModify(AcDbObject& object) {
@@ -113,7 +113,7 @@ bool UndoLog::takeBack(AcDbObject& object) {
                                    [&](const Change& c) { return c.id == object.objectId(); });
     if (last == open_->changes.rend() || last->kind != Change::Kind::data) return false;
     ObjectAccess::restore(object, *last->object);
-    object.objectId().stub()->undoStep = 0;
+    object.objectId().cell()->undoStep = 0;
     open_->changes.erase(std::next(last).base());
     if (open_->changes.empty()) open_.reset();
     return true;
@@ -134,7 +134,7 @@ void UndoLog::appended(AcDbObject& object) {
     ++changes_;
     if (!recording()) return;
     Step& step = openStep();
-    object.objectId().stub()->undoStep = stepNumber_;
+    object.objectId().cell()->undoStep = stepNumber_;
     step.changes.push_back({Change::Kind::presence, false, object.objectId(), nullptr, 0, nullptr, false});
 }
 
@@ -217,13 +217,13 @@ void UndoLog::playChange(Change& change, Step& reverse) {
     case Change::Kind::presence:
         if (present) {
             if (owner) change.position = owner->takeOut(change.id);
-            change.id.stub()->object = nullptr;
-            change.id.stub()->undoStep = IdStub::kUndone;
+            change.id.cell()->object = nullptr;
+            change.id.cell()->undoStep = IdCell::kUndone;
             change.object.reset(present);
         } else {
             AcDbObject* back = change.object.release();
-            change.id.stub()->object = back;
-            change.id.stub()->undoStep = 0;
+            change.id.cell()->object = back;
+            change.id.cell()->undoStep = 0;
             if (auto* record = peek<AcDbBlockTableRecord>(back->ownerId()))
                 record->putIn(change.id, change.position);
         }

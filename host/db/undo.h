@@ -77,7 +77,7 @@ private:
     std::unique_ptr<Step> open_;
     std::vector<size_t> marks_; // numbers of steps that stood when the marks were set
     std::wstring name_;
-    Adesk::UInt32 stepNumber_ = 1; // stands in IdStub::undoStep of objects that the open step holds
+    Adesk::UInt32 stepNumber_ = 1; // stands in IdCell::undoStep of objects that the open step holds
     int depth_ = 0;
     bool recording_ = true, replaying_ = false;
     unsigned long changes_ = 0, savedAt_ = 0;

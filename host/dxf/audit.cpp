@@ -71,8 +71,8 @@ public:
 
 private:
     void checkHandle(const Group& group) {
-        const IdStub* stub = object_.database()->stubOf(group.handle(), false);
-        if (stub && stub->object && !stub->object->isErased()) return;
+        const IdCell* cell = object_.database()->cellOf(group.handle(), false);
+        if (cell && cell->object && !cell->object->isErased()) return;
         walk_.find("broken-reference", object_,
                    "group " + std::to_string(group.code) + " leads to " + handleText(group.handle()) +
                        ", where no object is");
@@ -125,10 +125,10 @@ void AuditWalk::checkGroups(const AcDbObject& object) {
 }
 
 std::vector<AuditFinding> AuditWalk::run() {
-    for (const IdStub& stub : database_.stubs()) {
-        if (!stub.object || stub.object->isErased()) continue;
-        checkGroups(*stub.object);
-        checkPlace(*stub.object);
+    for (const IdCell& cell : database_.cells()) {
+        if (!cell.object || cell.object->isErased()) continue;
+        checkGroups(*cell.object);
+        checkPlace(*cell.object);
     }
     checkNames();
     checkBlocks();

@@ -71,8 +71,8 @@ void AuditWalk::checkNames() {
                 find("duplicate-name", *record, utf8(record->name()) + " is there twice");
         }
     }
-    for (const IdStub& stub : database_.stubs()) {
-        const auto* dictionary = stub.object ? AcDbDictionary::cast(stub.object) : nullptr;
+    for (const IdCell& cell : database_.cells()) {
+        const auto* dictionary = cell.object ? AcDbDictionary::cast(cell.object) : nullptr;
         if (!dictionary || dictionary->isErased()) continue;
         Names names;
         for (const AcDbDictionary::Entry& entry : dictionary->entries())

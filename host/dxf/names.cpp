@@ -85,7 +85,7 @@ AcDbObjectId NameBook::find(const TableKind& kind, std::string_view name) {
         survey();
         const Key key{&kind, lower(wideName)};
         if (const auto ahead = ahead_.find(key); ahead != ahead_.end())
-            id = AcDbObjectId(database_.stubOf(ahead->second, true));
+            id = AcDbObjectId(database_.cellOf(ahead->second, true));
         else if (const auto waits = waiting_.find(key); waits != waiting_.end())
             id = waits->second.id;
         else
@@ -100,7 +100,7 @@ AcDbObjectId NameBook::find(const TableKind& kind, std::string_view name) {
 AcDbObjectId NameBook::freshId() {
     const std::uint64_t handle = database_.handseed();
     database_.raiseHandseed(handle + 1);
-    return AcDbObjectId(database_.stubOf(handle, true));
+    return AcDbObjectId(database_.cellOf(handle, true));
 }
 
 std::uint64_t NameBook::waitingHandle(const TableKind& kind, const std::wstring& name) {

@@ -48,8 +48,8 @@ private:
         text(1002, "{");
         for (const Group group : own_) {
             if (group.code != 331 && group.code != 341) continue;
-            const IdStub* stub = database_.stubOf(group.handle(), false);
-            const auto* layer = stub && stub->object ? AcDbLayerTableRecord::cast(stub->object) : nullptr;
+            const IdCell* cell = database_.cellOf(group.handle(), false);
+            const auto* layer = cell && cell->object ? AcDbLayerTableRecord::cast(cell->object) : nullptr;
             if (layer && !layer->isErased()) text(1003, utf8(layer->name()));
         }
         text(1002, "}");

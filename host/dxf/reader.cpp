@@ -147,7 +147,7 @@ void DrawingReader::keepSection(const std::string& name) {
 
 AcDbObjectId DrawingReader::id(std::uint64_t handle) {
     if (!handle || handle > kHighestHandle) return {};
-    return AcDbObjectId(database->stubOf(handle, true));
+    return AcDbObjectId(database->cellOf(handle, true));
 }
 
 AcDbObjectId DrawingReader::layer(std::string_view name) {

@@ -42,15 +42,15 @@ void DrawingReader::makeRecord(const NameBook::Missing& missing) {
 
 // R13 and R14 leave out the owners of objects; dictionaries tell them.
 void DrawingReader::tieOwners() {
-    for (const IdStub& stub : database->stubs()) {
-        const auto* dictionary = stub.object ? AcDbDictionary::cast(stub.object) : nullptr;
+    for (const IdCell& cell : database->cells()) {
+        const auto* dictionary = cell.object ? AcDbDictionary::cast(cell.object) : nullptr;
         if (!dictionary) continue;
         for (const AcDbDictionary::Entry& entry : dictionary->entries())
             claim(entry.id, dictionary->objectId());
     }
-    for (const IdStub& stub : database->stubs())
-        if (stub.object && stub.object->tail())
-            claim(stub.object->tail()->extensionDictionary, stub.object->objectId());
+    for (const IdCell& cell : database->cells())
+        if (cell.object && cell.object->tail())
+            claim(cell.object->tail()->extensionDictionary, cell.object->objectId());
 }
 
 void DrawingReader::claim(AcDbObjectId orphan, AcDbObjectId owner) {
@@ -72,8 +72,8 @@ bool DrawingReader::leadsWell(const AcDbDictionary::Entry& entry, bool root) con
 // Entries that lead nowhere: of the root, where they would hide what is made in their place; and of
 // all dictionaries when the drawing is recovered.
 void DrawingReader::dropDeadEntries() {
-    for (const IdStub& stub : database->stubs()) {
-        auto* dictionary = stub.object ? AcDbDictionary::cast(stub.object) : nullptr;
+    for (const IdCell& cell : database->cells()) {
+        auto* dictionary = cell.object ? AcDbDictionary::cast(cell.object) : nullptr;
         if (!dictionary) continue;
         const bool root = dictionary->objectId() == database->namedObjectsDictionaryId();
         if (!root && !recover_) continue;

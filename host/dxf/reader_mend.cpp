@@ -15,8 +15,8 @@ bool mustLead(int code) {
 }
 
 bool isThere(const AcDbDatabase& database, const Group& group) {
-    const IdStub* stub = const_cast<AcDbDatabase&>(database).stubOf(group.handle(), false);
-    return stub && stub->object && !stub->object->isErased();
+    const IdCell* cell = const_cast<AcDbDatabase&>(database).cellOf(group.handle(), false);
+    return cell && cell->object && !cell->object->isErased();
 }
 
 std::vector<const AcDbEntity*> referencesIn(AcDbObjectId id) {
@@ -47,8 +47,8 @@ bool reaches(AcDbObjectId from, AcDbObjectId block) {
 } // namespace
 
 void DrawingReader::mend() {
-    for (const IdStub& stub : database->stubs())
-        if (stub.object && stub.object->tail()) mendReferences(*stub.object);
+    for (const IdCell& cell : database->cells())
+        if (cell.object && cell.object->tail()) mendReferences(*cell.object);
     for (const AuditFinding& finding : audit(*database))
         if (finding.code == "cyclic-block") openCycle(id(finding.handle));
     nameObject({});

@@ -155,7 +155,7 @@ void DrawingReader::keep(AcDbObject& object, const Group& group) {
 // The handle is the file's where it can be; the next free one for objects without, or with one that
 // is taken.
 AcDbObjectId DrawingReader::place(std::unique_ptr<AcDbObject> object, const Head& head, AcDbObjectId owner) {
-    const IdStub* taken = head.handle ? database->stubOf(head.handle, false) : nullptr;
+    const IdCell* taken = head.handle ? database->cellOf(head.handle, false) : nullptr;
     const bool twice = taken && taken->object;
     if (!head.handle || twice) names_.secureHandles();
     const AcDbObjectId id = database->place(std::move(object), twice ? 0 : head.handle, owner);

@@ -109,9 +109,9 @@ private:
     }
 
     void countApplications() {
-        for (const IdStub& stub : database_.stubs()) {
-            if (!stub.object || stub.object->isErased() || !stub.object->tail()) continue;
-            for (const Group group : stub.object->tail()->xdata)
+        for (const IdCell& cell : database_.cells()) {
+            if (!cell.object || cell.object->isErased() || !cell.object->tail()) continue;
+            for (const Group group : cell.object->tail()->xdata)
                 if (group.code == 1001) ++applications_[std::string(group.text)];
         }
     }

@@ -21,7 +21,7 @@ AcDbSymbolTable& tableOf(AcDbDatabase& database, const TableKind& kind);
 // The object behind an id, whoever has it open; null when there is none or it is of another class.
 // Readers and writers own the whole drawing while they work.
 template <class T> T* behind(AcDbObjectId id) {
-    return id.stub() && id.stub()->object ? T::cast(id.stub()->object) : nullptr;
+    return id.cell() && id.cell()->object ? T::cast(id.cell()->object) : nullptr;
 }
 
 } // namespace host::dxf

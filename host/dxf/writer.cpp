@@ -41,7 +41,7 @@ DrawingWriter::DrawingWriter(AcDbDatabase& database, AcDb::AcDbDwgVersion versio
          {static_cast<GroupWriter*>(&head_), static_cast<GroupWriter*>(&body_), out_, headNames_.get()})
         if (writer) writer->database = &database, writer->version = version;
     lastHandle_ = std::uint64_t(database.handseed()) - 1;
-    total_ = std::max<size_t>(1, database.stubs().size());
+    total_ = std::max<size_t>(1, database.cells().size());
     database.undoLog().commit();
     changed_ = database.undoLog().undoSteps() > 0;
 }
@@ -143,8 +143,8 @@ void DrawingWriter::writeEntities() {
 std::vector<AcDbObjectId> DrawingWriter::plainObjects() const {
     std::vector<AcDbObjectId> ids;
     const AcDbObjectId root = database_.namedObjectsDictionaryId();
-    for (const IdStub& stub : database_.stubs()) {
-        const AcDbObject* object = stub.object;
+    for (const IdCell& cell : database_.cells()) {
+        const AcDbObject* object = cell.object;
         if (!object || object->isErased() || object->objectId() == root) continue;
         if (!AcDbEntity::cast(object) && !isTablePart(*object)) ids.push_back(object->objectId());
     }

@@ -76,10 +76,10 @@ void DrawingWriter::writeVariable(const HeaderVariable& variable) {
 
 void DrawingWriter::countClasses() {
     std::map<const AcRxClass*, std::pair<const AcDbObject*, int>> kinds;
-    for (const IdStub& stub : database_.stubs()) {
-        if (!stub.object || stub.object->isErased()) continue;
-        auto& kind = kinds[stub.object->isA()];
-        kind.first = stub.object;
+    for (const IdCell& cell : database_.cells()) {
+        if (!cell.object || cell.object->isErased()) continue;
+        auto& kind = kinds[cell.object->isA()];
+        kind.first = cell.object;
         ++kind.second;
     }
     for (const auto& [cls, kind] : kinds) {

@@ -109,9 +109,9 @@ void DrawingWriter::writeParts(const AcDbObject& whole) {
     whole.ownedParts(parts);
     std::erase_if(parts, [](AcDbObjectId id) { return !behind<AcDbObject>(id) || id.isErased(); });
     // A reference whose attributes are gone needs no end mark.
-    const bool endAlone = parts.size() == 1 && AcDbSequenceEnd::cast(parts[0].stub()->object);
+    const bool endAlone = parts.size() == 1 && AcDbSequenceEnd::cast(parts[0].cell()->object);
     if (endAlone && whole.dxfName() != "POLYLINE") return;
-    for (AcDbObjectId id : parts) writeObject(*id.stub()->object);
+    for (AcDbObjectId id : parts) writeObject(*id.cell()->object);
 }
 
 } // namespace host::dxf

@@ -119,9 +119,9 @@ bool DrawingWriter::writeExploded(const AcDbEntity& entity) {
 // Block references that will come of other entities count among the references to their blocks.
 void DrawingWriter::foreseeReferences() {
     if (version_ >= database_.originalFileVersion()) return;
-    for (const IdStub& stub : database_.stubs()) {
+    for (const IdCell& cell : database_.cells()) {
         const auto* entity =
-            stub.object && !stub.object->isErased() ? AcDbEntity::cast(stub.object) : nullptr;
+            cell.object && !cell.object->isErased() ? AcDbEntity::cast(cell.object) : nullptr;
         if (!entity || holds(*entity) || !shownBlock(*entity)) continue;
         auto& ids = references_[entity->referencedBlock()];
         ids.push_back(entity->objectId());

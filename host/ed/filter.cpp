@@ -102,7 +102,7 @@ bool Matcher::one(const resbuf& wanted, const std::wstring& comparison) {
 }
 
 std::wstring Matcher::recordName(AcDbObjectId id, const wchar_t* otherwise) const {
-    const auto* record = id.isValid() ? AcDbSymbolTableRecord::cast(id.stub()->object) : nullptr;
+    const auto* record = id.isValid() ? AcDbSymbolTableRecord::cast(id.cell()->object) : nullptr;
     return record ? record->name() : otherwise;
 }
 
@@ -115,10 +115,10 @@ bool Matcher::text(int code, const std::wstring& pattern) {
     case 5: return matches(entity_.objectId().handle().ascii());
     case 410: {
         const auto* space = AcDbBlockTableRecord::cast(
-            entity_.blockId().isValid() ? entity_.blockId().stub()->object : nullptr);
+            entity_.blockId().isValid() ? entity_.blockId().cell()->object : nullptr);
         if (!space || !space->isLayout()) return false;
         const auto* layout =
-            AcDbLayout::cast(space->getLayoutId().isValid() ? space->getLayoutId().stub()->object : nullptr);
+            AcDbLayout::cast(space->getLayoutId().isValid() ? space->getLayoutId().cell()->object : nullptr);
         return layout && matches(layout->layoutName());
     }
     default: break;
@@ -152,7 +152,7 @@ bool Matcher::number(int code, double wanted, const std::wstring& comparison) {
     case 370: return compares(entity_.lineWeight(), wanted, comparison);
     case 67: {
         const auto* space = AcDbBlockTableRecord::cast(
-            entity_.blockId().isValid() ? entity_.blockId().stub()->object : nullptr);
+            entity_.blockId().isValid() ? entity_.blockId().cell()->object : nullptr);
         return compares(space && space->isPaperSpace() ? 1 : 0, wanted, comparison);
     }
     default: break;

@@ -134,7 +134,7 @@ bool overlap(const AcDbExtents2d& a, const AcDbExtents2d& b) {
 
 bool onVisibleLayer(const AcDbEntity& entity) {
     const AcDbObjectId id = entity.layerId();
-    const auto* layer = id.isValid() ? AcDbLayerTableRecord::cast(id.stub()->object) : nullptr;
+    const auto* layer = id.isValid() ? AcDbLayerTableRecord::cast(id.cell()->object) : nullptr;
     return entity.visibility() == AcDb::kVisible && (!layer || (!layer->isOff() && !layer->isFrozen()));
 }
 
@@ -144,7 +144,7 @@ template <class Visit> void eachShown(Visit visit) {
     AcDbObjectPointer<AcDbBlockTableRecord> space(database()->currentSpaceId(), AcDb::kForRead);
     if (!space) return;
     for (const AcDbObjectId id : space->entities()) {
-        const AcDbEntity* entity = id.isValid() ? AcDbEntity::cast(id.stub()->object) : nullptr;
+        const AcDbEntity* entity = id.isValid() ? AcDbEntity::cast(id.cell()->object) : nullptr;
         if (entity && !entity->isErased() && onVisibleLayer(*entity)) visit(*entity);
     }
 }

@@ -53,7 +53,7 @@ void giveName(std::shared_ptr<SetData> data, ads_name name) {
 AcDbDatabase* database() { return acdbHostApplicationServices()->workingDatabase(); }
 
 const AcDbEntity* live(AcDbObjectId id) {
-    const AcDbEntity* entity = id.isValid() ? AcDbEntity::cast(id.stub()->object) : nullptr;
+    const AcDbEntity* entity = id.isValid() ? AcDbEntity::cast(id.cell()->object) : nullptr;
     return entity && !entity->isErased() ? entity : nullptr;
 }
 bool passes(AcDbObjectId id, const resbuf* filter) {
@@ -64,7 +64,7 @@ bool passes(AcDbObjectId id, const resbuf* filter) {
 // On layers that are neither off nor frozen nor locked: what the user may pick.
 bool selectable(const AcDbEntity& entity) {
     const AcDbObjectId id = entity.layerId();
-    const auto* layer = id.isValid() ? AcDbLayerTableRecord::cast(id.stub()->object) : nullptr;
+    const auto* layer = id.isValid() ? AcDbLayerTableRecord::cast(id.cell()->object) : nullptr;
     return entity.visibility() == AcDb::kVisible && (!layer || (!layer->isOff() && !layer->isFrozen()));
 }
 

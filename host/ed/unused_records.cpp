@@ -15,8 +15,8 @@ public:
     UsedRecords(AcDbDatabase& drawing, const AcRxClass* tableClass) : tableClass_(tableClass) {
         database = &drawing;
         version = AcDb::kDHL_1032;
-        for (const IdStub& stub : drawing.stubs())
-            if (stub.object && !stub.object->isErased()) look(*stub.object);
+        for (const IdCell& cell : drawing.cells())
+            if (cell.object && !cell.object->isErased()) look(*cell.object);
         for (const char* variable : {"$CLAYER", "$CELTYPE", "$TEXTSTYLE"}) use(drawing.headerText(variable));
         for (const wchar_t* name : {L"0", L"Defpoints", L"ByLayer", L"ByBlock", L"Continuous", L"Standard",
                                     L"ACAD", L"*Model_Space"})
@@ -28,7 +28,7 @@ public:
         const bool pointer =
             (group.code >= 340 && group.code <= 369) || (group.code >= 390 && group.code <= 399);
         if (group.type == GroupType::handle && pointer) {
-            if (IdStub* stub = database->stubOf(group.handle(), false)) used_.insert(AcDbObjectId(stub));
+            if (IdCell* cell = database->cellOf(group.handle(), false)) used_.insert(AcDbObjectId(cell));
         } else if (group.type == GroupType::text && namesRecord(group.code)) {
             use(group.wide());
         }

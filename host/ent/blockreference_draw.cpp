@@ -16,15 +16,15 @@ constexpr int kDeepest = 32;        // blocks inside blocks; deeper ones refer t
 constexpr long kMostCells = 100000; // of a multiple insertion, that are drawn or exploded
 
 const AcDbBlockTableRecord* blockOf(AcDbObjectId id) {
-    return id.isNull() || id.isErased() ? nullptr : AcDbBlockTableRecord::cast(id.stub()->object);
+    return id.isNull() || id.isErased() ? nullptr : AcDbBlockTableRecord::cast(id.cell()->object);
 }
 
-// Visits what a block shows, straight from the stubs: showing changes nothing, whoever has it open.
+// Visits what a block shows, straight from the cells: showing changes nothing, whoever has it open.
 template <class Visit> void eachShown(AcDbObjectId block, Visit visit) {
     const auto* record = blockOf(block);
     if (!record) return;
     for (AcDbObjectId id : record->entities()) {
-        const auto* entity = id.isNull() ? nullptr : AcDbEntity::cast(id.stub()->object);
+        const auto* entity = id.isNull() ? nullptr : AcDbEntity::cast(id.cell()->object);
         if (!entity || entity->isErased()) continue;
         const auto* definition = AcDbAttributeDefinition::cast(entity);
         if (definition && !definition->isConstant()) continue;

@@ -57,7 +57,7 @@ AcDbObjectId AcDbLeader::annotationObjId() const {
 double AcDbLeader::arrowSize() const {
     double size = 0.18, scale = 1; // where a style says nothing
     const AcDbObjectId style = dimensionStyle();
-    const AcDbObject* record = style.isNull() ? nullptr : style.stub()->object;
+    const AcDbObject* record = style.isNull() ? nullptr : style.cell()->object;
     host::Group set;
     if (record && record->tail()) {
         if (record->tail()->kept.find(kArrowSize, set)) size = set.real;

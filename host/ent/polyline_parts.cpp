@@ -77,7 +77,7 @@ void OwnedParts::insertBehind(AcDbEntity& whole, size_t number, AcDbEntity* part
 }
 
 void OwnedParts::adopt(AcDbObjectId part) {
-    if (part.isValid() && AcDbSequenceEnd::cast(part.stub()->object))
+    if (part.isValid() && AcDbSequenceEnd::cast(part.cell()->object))
         end_ = part;
     else
         ids_.push_back(part);
@@ -103,7 +103,7 @@ void OwnedParts::list(std::vector<AcDbObjectId>& parts) const {
 
 void OwnedParts::detach() {
     for (AcDbObjectId id : ids_)
-        if (id.isValid() && !id.isErased()) waiting_.push_back(copyOf(*id.stub()->object));
+        if (id.isValid() && !id.isErased()) waiting_.push_back(copyOf(*id.cell()->object));
     ids_.clear();
     end_.setNull();
 }

@@ -76,8 +76,8 @@ private:
 template <class Part, class Visit> void OwnedParts::each(Visit visit) const {
     for (const auto& part : waiting_) visit(static_cast<const Part&>(*part));
     for (AcDbObjectId id : ids_) {
-        // Straight from the stub: a whole that is open may read its parts whatever their own state.
-        const AcDbObject* object = id.isNull() ? nullptr : id.stub()->object;
+        // Straight from the cell: a whole that is open may read its parts whatever their own state.
+        const AcDbObject* object = id.isNull() ? nullptr : id.cell()->object;
         if (object && !object->isErased()) visit(static_cast<const Part&>(*object));
     }
 }

@@ -10,7 +10,7 @@ namespace host {
 
 TextFace faceOf(AcDbObjectId style) {
     TextFace face;
-    const auto* record = style.isNull() ? nullptr : AcDbTextStyleTableRecord::cast(style.stub()->object);
+    const auto* record = style.isNull() ? nullptr : AcDbTextStyleTableRecord::cast(style.cell()->object);
     face.fontFile = record ? record->fileName() : L"txt";
     if (!record) return face;
     face.bigFontFile = record->bigFontFileName();

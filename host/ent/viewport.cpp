@@ -35,7 +35,7 @@ void AcDbViewport::corners(AcGePoint3d (&out)[5]) const {
 // Frames belong to the paper; in model space and in blocks there is nothing to see.
 Adesk::Boolean AcDbViewport::subWorldDraw(AcGiWorldDraw* context) const {
     const AcDbObjectId owner = blockId();
-    const auto* block = owner.isNull() ? nullptr : AcDbBlockTableRecord::cast(owner.stub()->object);
+    const auto* block = owner.isNull() ? nullptr : AcDbBlockTableRecord::cast(owner.cell()->object);
     if (number() == 1 || !block || !block->isPaperSpace()) return true;
     AcGePoint3d round[5];
     corners(round);

@@ -7,7 +7,7 @@ namespace host {
 
 // The object behind the id if there is one of that class that isn't erased; else null.
 template <class T> const T* readable(AcDbObjectId id) {
-    const AcDbObject* object = id.isNull() ? nullptr : id.stub()->object;
+    const AcDbObject* object = id.isNull() ? nullptr : id.cell()->object;
     return object && !object->isErased() ? dynamic_cast<const T*>(object) : nullptr;
 }
 

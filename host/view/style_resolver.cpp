@@ -12,18 +12,18 @@ DisplayColor plainColor(const AcCmColor& color) {
 } // namespace
 
 const StyleResolver::Layer& StyleResolver::layerAt(AcDbObjectId id) {
-    const auto found = layers_.find(id.stub());
+    const auto found = layers_.find(id.cell());
     if (found != layers_.end()) return found->second;
     Layer layer{source_.layer(id), static_cast<std::uint32_t>(list_.layers.size())};
     list_.layers.push_back({layer.look.name, layer.look.plottable});
-    return layers_.emplace(id.stub(), std::move(layer)).first->second;
+    return layers_.emplace(id.cell(), std::move(layer)).first->second;
 }
 
 const LinetypeLook& StyleResolver::linetypeAt(AcDbObjectId id) {
-    const auto found = linetypes_.find(id.stub());
+    const auto found = linetypes_.find(id.cell());
     if (found != linetypes_.end()) return found->second;
     LinetypeLook look = id.isNull() ? LinetypeLook{LinetypeKind::byLayer, {}} : source_.linetype(id);
-    return linetypes_.emplace(id.stub(), std::move(look)).first->second;
+    return linetypes_.emplace(id.cell(), std::move(look)).first->second;
 }
 
 AcDbObjectId StyleResolver::linetypeOf(const TraitValues& traits, const LayerLook& layer,

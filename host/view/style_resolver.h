@@ -47,8 +47,8 @@ private:
     DisplayList& list_;
     bool plotOnly_;
     // Looked up by address; nothing is ever walked in that order.
-    std::map<host::IdStub*, Layer> layers_;
-    std::map<host::IdStub*, LinetypeLook> linetypes_;
+    std::map<host::IdCell*, Layer> layers_;
+    std::map<host::IdCell*, LinetypeLook> linetypes_;
     std::map<DisplayStyle, std::uint32_t> styles_;
 };
 

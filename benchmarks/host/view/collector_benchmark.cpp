@@ -22,14 +22,14 @@ public:
     std::vector<double> dashes;
     DrawableLook look(const AcGiDrawable&) override {
         DrawableLook look;
-        look.traits.linetype = AcDbObjectId(&stub_);
+        look.traits.linetype = AcDbObjectId(&cell_);
         return look;
     }
     LayerLook layer(AcDbObjectId) override { return {}; }
     LinetypeLook linetype(AcDbObjectId) override { return {LinetypeKind::pattern, dashes}; }
 
 private:
-    host::IdStub stub_;
+    host::IdCell cell_;
 };
 
 void run(benchmark::State& state, DrawingSource& source, const Thing& thing, int times) {

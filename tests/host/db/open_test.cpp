@@ -54,7 +54,7 @@ TEST(Opening, StatusesOfWhatCantBeOpened) {
     const AcDbObjectId id = addMark(database);
     AcDbLayerTableRecord* layer = nullptr;
     EXPECT_EQ(acdbOpenObject(layer, AcDbObjectId(), AcDb::kForRead), Acad::eNullObjectId);
-    EXPECT_EQ(acdbOpenObject(layer, AcDbObjectId(database.stubOf(0xFFFF, true)), AcDb::kForRead),
+    EXPECT_EQ(acdbOpenObject(layer, AcDbObjectId(database.cellOf(0xFFFF, true)), AcDb::kForRead),
               Acad::eUnknownHandle);
     EXPECT_EQ(acdbOpenObject(layer, id, AcDb::kForWrite), Acad::eNotThatKindOfClass);
     AcDbObjectPointer<TestMark> mark(id, AcDb::kForWrite);
@@ -191,7 +191,7 @@ TEST(Listeners, PersistentReactorsAreOpenedAndMissingOnesSkipped) {
     root->close();
     const AcDbObjectId whole = addMark(database), part = addMark(database);
     AcDbObjectPointer<TestMark> mark(whole, AcDb::kForWrite);
-    mark->addPersistentReactor(AcDbObjectId(database.stubOf(0xABCDE, true)));
+    mark->addPersistentReactor(AcDbObjectId(database.cellOf(0xABCDE, true)));
     mark->addPersistentReactor(counterId);
     mark->addPart(part);
     mark.close();

@@ -27,7 +27,7 @@ template <class T> AcDbObjectId read(AcDbDatabase& database, std::unique_ptr<T> 
 }
 
 std::string written(AcDbObjectId id, AcDb::AcDbDwgVersion version = AcDb::kDHL_1032) {
-    const std::string all = rendering(*id.stub()->object, version);
+    const std::string all = rendering(*id.cell()->object, version);
     const size_t start = all.find("extension 0\n");
     return all.substr(start + 12);
 }
@@ -112,8 +112,8 @@ TEST(Completion, FillsAShellAndThenHasNothingToDo) {
     EXPECT_TRUE(shell.complete().empty());
     EXPECT_EQ(rendering(shell), first);
     EXPECT_EQ(shell.undoLog().undoSteps(), 0u);
-    const auto* model = AcDbBlockTableRecord::cast(shell.modelSpaceId().stub()->object);
-    const auto* layout = AcDbLayout::cast(model->getLayoutId().stub()->object);
+    const auto* model = AcDbBlockTableRecord::cast(shell.modelSpaceId().cell()->object);
+    const auto* layout = AcDbLayout::cast(model->getLayoutId().cell()->object);
     ASSERT_TRUE(layout);
     EXPECT_EQ(layout->layoutName(), L"Model");
     EXPECT_EQ(layout->getBlockTableRecordId(), shell.modelSpaceId());
@@ -128,14 +128,14 @@ TEST(Completion, SaysNothingOfWhatOldFilesNeverHad) {
 
 TEST(NewDrawings, HaveNoIdThatLeadsNowhere) {
     AcDbDatabase database;
-    for (const auto& stub : database.stubs()) {
-        ASSERT_TRUE(stub.object) << stub.handle;
+    for (const auto& cell : database.cells()) {
+        ASSERT_TRUE(cell.object) << cell.handle;
         host::CapturingWriter writer;
-        stub.object->outGroups(writer);
+        cell.object->outGroups(writer);
         for (const auto group : writer.groups)
             if (group.type == host::GroupType::handle && group.handle()) {
-                const auto* target = database.stubOf(group.handle(), false);
-                EXPECT_TRUE(target && target->object) << stub.object->dxfName() << ' ' << group.code;
+                const auto* target = database.cellOf(group.handle(), false);
+                EXPECT_TRUE(target && target->object) << cell.object->dxfName() << ' ' << group.code;
             }
     }
     EXPECT_EQ(database.insunits(), 4);

@@ -100,13 +100,13 @@ inline std::string rendering(const AcDbObject& object, AcDb::AcDbDwgVersion vers
 inline std::string rendering(const AcDbDatabase& database) {
     std::string out = "seed " + std::to_string(database.handseed()) + '\n';
     for (const auto& variable : database.header()) out += variable.name + '\n' + text(variable.value);
-    for (const auto& stub : database.stubs())
-        if (stub.object && !stub.object->isErased()) out += rendering(*stub.object);
-    for (const auto& stub : database.stubs())
-        if (const auto* block = AcDbBlockTableRecord::cast(stub.object))
+    for (const auto& cell : database.cells())
+        if (cell.object && !cell.object->isErased()) out += rendering(*cell.object);
+    for (const auto& cell : database.cells())
+        if (const auto* block = AcDbBlockTableRecord::cast(cell.object))
             for (auto id : block->entities())
                 if (!id.isErased())
-                    out += "in " + std::to_string(stub.handle) + ' ' + std::to_string(id.handle()) + '\n';
+                    out += "in " + std::to_string(cell.handle) + ' ' + std::to_string(id.handle()) + '\n';
     return out;
 }
 

@@ -177,7 +177,7 @@ TEST(Handles, DuplicatesGetTheNextFreeOne) {
     EXPECT_EQ(place(0x10), 0x10u);
     EXPECT_EQ(place(0), 0x22u);
     EXPECT_EQ(place(~0ull), 0x23u) << "no room above such a handle";
-    const AcDbObjectId ahead(database.stubOf(0x30, true));
+    const AcDbObjectId ahead(database.cellOf(0x30, true));
     EXPECT_EQ(place(0x30), 0x30u);
     EXPECT_TRUE(ahead.isValid()) << "the forward reference has found its object";
     EXPECT_EQ(database.handseed().value(), 0x31u);

@@ -214,7 +214,7 @@ TEST(Undo, RefusesChangesWhileItPlays) {
 TEST(Undo, HandlesThatArePointedAtAreNotGivenOut) {
     AcDbDatabase database;
     const Adesk::UInt64 seed = database.handseed();
-    database.stubOf(seed + 1, true); // a reference to something that a file never defines
+    database.cellOf(seed + 1, true); // a reference to something that a file never defines
     const std::string before = rendering(database);
     const AcDbObjectId first = addMark(database), second = addMark(database);
     EXPECT_EQ(first.handle(), seed);

@@ -43,8 +43,8 @@ void eachDrawing(const std::function<void(AcDbDatabase&)>& visit) {
 }
 
 void eachEntity(AcDbDatabase& drawing, const std::function<void(const AcDbEntity&)>& visit) {
-    for (const auto& stub : drawing.stubs())
-        if (const auto* entity = AcDbEntity::cast(stub.object); entity && !entity->isErased()) visit(*entity);
+    for (const auto& cell : drawing.cells())
+        if (const auto* entity = AcDbEntity::cast(cell.object); entity && !entity->isErased()) visit(*entity);
 }
 
 // Letters and what blocks hold are measured in other ways.

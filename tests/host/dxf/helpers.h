@@ -63,9 +63,9 @@ struct Read {
 
     std::vector<const AcDbEntity*> entities(AcDbObjectId space) const {
         std::vector<const AcDbEntity*> found;
-        const auto* block = AcDbBlockTableRecord::cast(space.isNull() ? nullptr : space.stub()->object);
+        const auto* block = AcDbBlockTableRecord::cast(space.isNull() ? nullptr : space.cell()->object);
         if (!block) return found;
-        for (AcDbObjectId id : block->entities()) found.push_back(AcDbEntity::cast(id.stub()->object));
+        for (AcDbObjectId id : block->entities()) found.push_back(AcDbEntity::cast(id.cell()->object));
         return found;
     }
     std::vector<const AcDbEntity*> model() const { return entities(database.modelSpaceId()); }

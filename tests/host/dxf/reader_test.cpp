@@ -64,8 +64,8 @@ TEST(Reader, SequencesWithoutEndMarkGetOne) {
     std::vector<AcDbObjectId> parts;
     entities[0]->ownedParts(parts);
     ASSERT_EQ(parts.size(), 3u);
-    EXPECT_EQ(parts[2].stub()->object->dxfName(), "SEQEND");
-    EXPECT_EQ(parts[0].stub()->object->ownerId(), entities[0]->objectId());
+    EXPECT_EQ(parts[2].cell()->object->dxfName(), "SEQEND");
+    EXPECT_EQ(parts[0].cell()->object->ownerId(), entities[0]->objectId());
     EXPECT_TRUE(read.noted("no end mark"));
 }
 
@@ -137,7 +137,7 @@ TEST(Reader, NothingNewComesToStandWhereADeadReferenceLeads) {
                        {340, "800"}}));
     ASSERT_TRUE(read.report.ok);
     for (const std::uint64_t handle : {0x30u, 0x31u, 0x800u})
-        EXPECT_EQ(read.database.stubOf(handle, true)->object, nullptr) << handle;
+        EXPECT_EQ(read.database.cellOf(handle, true)->object, nullptr) << handle;
 }
 
 TEST(Reader, UnknownThingsComeBackWhereTheyStood) {

@@ -28,7 +28,7 @@ public:
     std::map<int, LayerLook> layers;
     std::map<int, LinetypeLook> linetypes;
     double scale = 1;
-    AcDbObjectId id(int number) { return AcDbObjectId(&stubs_[number]); }
+    AcDbObjectId id(int number) { return AcDbObjectId(&cells_[number]); }
 
     DrawableLook look(const AcGiDrawable& drawable) override {
         return static_cast<const Thing&>(drawable).look;
@@ -43,7 +43,7 @@ private:
             if (id(number) == wanted) return value;
         return {};
     }
-    std::map<int, host::IdStub> stubs_;
+    std::map<int, host::IdCell> cells_;
 };
 
 AcCmColor index(Adesk::UInt16 number) {
