@@ -13,11 +13,12 @@ public:
     UndoGroup& operator=(const UndoGroup&) = delete;
 };
 
-// The current document locked for writing, for dialogs and reactors that work outside any command; commands
-// need no lock. When it goes, the lock does too and the view is refreshed.
+// A document locked for writing, for dialogs and reactors that work outside any command; commands need no
+// lock. When it goes, the lock does too and the view is refreshed.
 class DocumentLock {
 public:
-    DocumentLock();
+    DocumentLock(); // the current one
+    explicit DocumentLock(AcApDocument* document);
     ~DocumentLock();
     DocumentLock(const DocumentLock&) = delete;
     DocumentLock& operator=(const DocumentLock&) = delete;

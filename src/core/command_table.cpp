@@ -2,6 +2,8 @@
 #include "core/command_table.h"
 
 #include "aids/insert/insert_commands.h"
+#include "arrays/one_curve/one_curve_commands.h"
+#include "assoc/blend/blend_commands.h"
 #include "core/about.h"
 #include "core/messages.h"
 #include "core/sysvar_stack.h"
@@ -55,7 +57,7 @@ constexpr CommandEntry kTable[] = {
     {L"SCVN_rndScatter2", L"rndScatter2", ACRX_CMD_MODAL, Section::scatter, nullptr, L"沿曲线随机散布"},
     {L"SCVN_PLINT", L"PLINT", ACRX_CMD_MODAL, Section::associative, nullptr, L"曲线间关联插值"},
     {L"SCVN_PLARRAY", L"PLARR", ACRX_CMD_MODAL, Section::associative, nullptr, L"曲线交错阵列"},
-    {L"SCVN_PLBLENDS", L"PLBLENDS", ACRX_CMD_MODAL, Section::associative, nullptr, L"曲线间关联渐变"},
+    {L"SCVN_PLBLENDS", L"PLBLENDS", ACRX_CMD_MODAL, Section::associative, BlendCommand, L"曲线间关联渐变"},
     {L"SCVN_PLMAP4", L"PLMAP4", ACRX_CMD_MODAL, Section::deformation, nullptr, L"四角映射"},
     {L"SCVN_PLINTERSECT", L"PLJD", ACRX_CMD_MODAL, Section::curves, IntersectCurvesCommand, L"查找并标记多条曲线的交点"},
     {L"SCVN_PLINTERSECT1", L"PLJD1", ACRX_CMD_MODAL, Section::curves, IntersectOneCurveCommand, L"查找一条曲线的自交点"},
@@ -78,8 +80,8 @@ constexpr CommandEntry kTable[] = {
     {L"SCVN_imgAffect", L"imgAffect", ACRX_CMD_MODAL, Section::raster, nullptr, L"图像影响变换"},
     {L"SCVN_ParaHatch", L"ParaHatch", ACRX_CMD_MODAL, Section::raster, nullptr, L"光栅浮雕线"},
     {L"SCVN_TrimBySurface", L"TrimBySurface", ACRX_CMD_MODAL, Section::scatter, nullptr, L"按曲面修剪"},
-    {L"SCVN_ArrayAlignCurve", L"AAC", ACRX_CMD_MODAL, Section::arrays, nullptr, L"沿一条曲线阵列"},
-    {L"SCVN_ArrayAlignCurve2", L"AAC2", ACRX_CMD_MODAL, Section::arrays, nullptr, L"由已有阵列块沿一条曲线阵列"},
+    {L"SCVN_ArrayAlignCurve", L"AAC", ACRX_CMD_MODAL, Section::arrays, ArrayAlongCurveCommand, L"沿一条曲线阵列"},
+    {L"SCVN_ArrayAlignCurve2", L"AAC2", ACRX_CMD_MODAL, Section::arrays, ArrayLikeBlockCommand, L"由已有阵列块沿一条曲线阵列"},
     {L"SCVN_ArrayAlignDoubleCurve", L"AADC", ACRX_CMD_MODAL, Section::arrays, nullptr, L"沿两条曲线阵列"},
     {L"SCVN_ArrayAlignThreeCurve", L"AATC", ACRX_CMD_MODAL, Section::arrays, nullptr, L"沿三条曲线阵列"},
     {L"SCVN_SplinAlignMultiCurve", L"CVBZ", ACRX_CMD_MODAL, Section::arrays, nullptr, L"曲线间编织"},

@@ -1,6 +1,7 @@
 // The module's one entry point and what it does on the host's messages.
 #include "core/command_table.h"
 #include "core/messages.h"
+#include "core/module_parts.h"
 
 #define CORVANE_EXPORT extern "C" __attribute__((visibility("default")))
 
@@ -18,10 +19,12 @@ void load(void* package) {
         newAcRxClass(kLinkLineClass, L"AcDbObject", 33, 427, 0, nullptr, nullptr, L"persreac");
         acrxBuildClassHierarchy();
     }
+    LoadModuleParts();
     RegisterDemandLoad();
 }
 
 void unload() {
+    UnloadModuleParts();
     if (auto* stack = static_cast<AcEdCommandStack*>(acrxSysRegistry()->at(ACAD_REGISTERED_COMMANDS)))
         stack->removeGroup(kCommandGroup);
     if (AcRxClass* cls = acrxFindAcRxClass(kLinkLineClass)) deleteAcRxClass(cls);
