@@ -5,8 +5,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cwchar>
 #include <filesystem>
+#include <random>
 
+#include "host/os/clock.h"
 #include "host/os/codepage.h"
 #include "host/os/files.h"
 #include "host/os/locale.h"
@@ -15,6 +18,16 @@
 #include "host/os/text.h"
 
 namespace corvane::host_door {
+namespace {
+
+// SplitMix64 (Steele, Lea and Flood 2014): every bit of the outcome hangs on every bit of the state.
+std::uint64_t mixed(std::uint64_t state) {
+    state = (state ^ state >> 30) * 0xBF58476D1CE4E5B9u;
+    state = (state ^ state >> 27) * 0x94D049BB133111EBu;
+    return state ^ state >> 31;
+}
+
+} // namespace
 
 std::optional<std::uint32_t> registryNumber(const std::wstring& key, const std::wstring& name) {
     return host::userRegistry().number(key, name);
@@ -106,6 +119,21 @@ bool canWrite(const std::wstring& path) {
 
 std::wstring requestedLanguage() { return host::wide(host::requestedLanguage()); }
 bool systemSpeaksChinese() { return host::languageTag().starts_with("zh"); }
+
+std::wstring freshGuid(std::uint64_t salt) {
+    constexpr std::uint64_t kStep = 0x9E3779B97F4A7C15u;
+    static std::uint64_t calls = 0;
+    std::uint64_t state = mixed(salt + kStep * ++calls);
+    state = mixed(state + std::uint64_t(host::clockSeconds()) + (std::uint64_t(host::tickCount()) << 32));
+    if (!host::clockIsSet()) state ^= std::uint64_t(std::random_device()()) << 32 | std::random_device()();
+    const std::uint64_t high = mixed(state + kStep), low = mixed(state + 2 * kStep);
+    wchar_t text[37]; // version 4, variant 1
+    std::swprintf(text, 37, L"%08X-%04X-4%03X-%04X-%012llX", unsigned(high >> 32),
+                  unsigned(high >> 16 & 0xFFFF), unsigned(high & 0xFFF),
+                  unsigned(low >> 48 & 0x3FFF) | 0x8000u,
+                  static_cast<unsigned long long>(low & 0xFFFFFFFFFFFFu));
+    return text;
+}
 
 void openExternally(const std::wstring& target, const std::wstring& parameters) {
     host::shellOpen({target, parameters});

@@ -48,6 +48,9 @@ bool canWrite(const std::wstring& path);
 std::wstring requestedLanguage();
 // True when the user's system speaks Chinese.
 bool systemSpeaksChinese();
+// A text that no other call gives, such as "3F2504E0-4F89-41D3-9A0C-0305E82C3301". Under a clock that is set
+// it comes of the clock, the salt and the number of calls alone, so that runs can be repeated.
+std::wstring freshGuid(std::uint64_t salt);
 // Opens a file or address in the user's viewer, or a program with its parameters.
 void openExternally(const std::wstring& target, const std::wstring& parameters = {});
 
