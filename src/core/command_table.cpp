@@ -4,7 +4,6 @@
 #include "aids/insert/insert_commands.h"
 #include "arrays/one_curve/one_curve_commands.h"
 #include "assoc/blend/blend_commands.h"
-#include "arrays/one_curve/one_curve_commands.h"
 #include "core/about.h"
 #include "core/messages.h"
 #include "core/sysvar_stack.h"
