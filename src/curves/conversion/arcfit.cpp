@@ -17,12 +17,14 @@ namespace {
 // Costs: what is wanted less outweighs any number of what is wanted more.
 using Cost = std::int64_t;
 constexpr Cost kMissedInflection = 1; // a joint where the curve changes sides is welcome but worth no arc
-constexpr Cost kArc = 1'000'000;
-constexpr Cost kBrokenJoint = 1'000'000 * kArc;
+constexpr Cost kArc = 10'000;
+constexpr Cost kUnproven = 1'000'000'000;
+constexpr Cost kBrokenJoint = 1'000'000'000'000;
 constexpr Cost kUnreached = std::numeric_limits<Cost>::max();
-constexpr size_t kWindow = 320; // steps of every length up to this many nodes, above ever wider ones
-constexpr size_t kWider = 24;   // by this part of their length
-constexpr int kPatience = 48;   // steps that fail in a row before longer ones are given up
+constexpr size_t kWindow = 320;      // steps of every length up to this many nodes, above ever wider ones
+constexpr size_t kWider = 24;        // by this part of their length
+constexpr double kGentleBulge = 0.3; // of what is drawn without proof
+constexpr int kPatience = 48;        // steps that fail in a row before longer ones are given up
 
 // The best way to a node in one of its directions.
 struct Way {
@@ -93,13 +95,23 @@ private:
             if (j - i > kWindow && j + 1 < nodes_.size())
                 j = std::min(j + (j - i) / kWider, nodes_.size() - 2);
         }
-        for (int d = 0; d < nodes_[i + 1].directionCount; ++d) offer(i + 1, d, chordStep(i, direction));
+        stepAnyway(i, direction);
     }
 
-    // What is left where no arcs stay within the tolerance: the curve's own chord, with corners at its ends.
-    Way chordStep(size_t i, int direction) const {
+    // What is left where nothing stays within the tolerance: between samples too far apart to prove it, the
+    // curve's own directions; at corners and cusps its chord.
+    void stepAnyway(size_t i, int direction) {
         const Way& start = ways_[i][size_t(direction)];
-        return {start.cost + 2 * kBrokenJoint, start.level, int(i), static_cast<signed char>(direction)};
+        const auto from = static_cast<signed char>(direction);
+        for (int d = 0; d < nodes_[i + 1].directionCount; ++d) {
+            offer(i + 1, d, {start.cost + 2 * kBrokenJoint, start.level, int(i), from});
+            const Biarc biarc = between(i, direction, i + 1, d);
+            const bool smooth =
+                !nodes_[i].corner && !nodes_[i + 1].corner && biarc.count > 0 &&
+                std::max(std::abs(biarc.firstBulge), std::abs(biarc.secondBulge)) < kGentleBulge;
+            if (smooth)
+                offer(i + 1, d, {start.cost + biarc.count * kArc + kUnproven, start.level, int(i), from});
+        }
     }
 
     // Nothing when the step could not improve on what is known, whether it fits or not.

@@ -29,7 +29,7 @@ Biarc oneArc(const AcGePoint2d& from, const AcGeVector2d& tangent, const AcGePoi
              const ChordAngle& angle) {
     Biarc result;
     const double bulge = angle.bulge();
-    if (std::abs(bulge) > kLargestBulge * (1 + 1e-9)) return result;
+    if (!(std::abs(bulge) <= kLargestBulge * (1 + 1e-9))) return result; // straight back it is no number
     result.count = 1;
     result.joint = to;
     result.first = {from, tangent, angle.curvature()};
