@@ -10,6 +10,12 @@ namespace {
 
 constexpr int kCountRadio = 1094, kSpacingRadio = 1095, kCountEdit = 1090, kSpacingEdit = 1093;
 
+CString shown(double value) {
+    CString text;
+    text.Format(L"%.6g", value);
+    return text;
+}
+
 } // namespace
 
 BEGIN_MESSAGE_MAP(CArrayDialog, CVariationDialog)
@@ -73,16 +79,13 @@ void CArrayDialog::OnCancel() {
     CVariationDialog::OnCancel();
 }
 
-void CArrayDialog::ShowReal(int id, double value) {
-    CString text;
-    text.Format(L"%.6g", value);
-    SetDlgItemText(id, text);
-}
+void CArrayDialog::ShowReal(int id, double value) { SetDlgItemText(id, shown(value)); }
 
-double CArrayDialog::RealIn(int id, double otherwise) const {
+double CArrayDialog::RealIn(int id, double present) const {
     CString text;
     GetDlgItemText(id, text);
-    return host::parseReal(std::wstring_view(text.str())).value_or(otherwise);
+    if (text == shown(present)) return present;
+    return host::parseReal(std::wstring_view(text.str())).value_or(present);
 }
 
 } // namespace corvane
