@@ -158,8 +158,8 @@ TEST(ArcFit, FindsAsFewArcsAsThePlainSearch) {
     for (const FitCurve& curve : support::fitCurves()) {
         // Coarse, so that the twin comes to an end: no more than its time decides the factors.
         const double length = support::samplesOf(curve, 2).back().distance;
-        const double tolerance = length / 1000;
-        const auto samples = support::samplesOf(curve, 130);
+        const double tolerance = length / 1200;
+        const auto samples = support::samplesOf(curve, 180);
         const size_t arcs = FitArcs(samples, tolerance).size();
         EXPECT_EQ(fewestArcs(samples, tolerance), arcs) << curve.name;
     }
