@@ -13,9 +13,9 @@ constexpr int kModal = ACRX_CMD_MODAL, kTransparent = ACRX_CMD_TRANSPARENT;
 // clang-format off
 constexpr HostCommand kCommands[] = {
     {L"LINE", L"L", kModal, lineCommand, L"Draws straight lines from point to point"},
-    {L"PLINE", L"PL", kModal, polylineCommand, L"Draws a polyline of straight segments"},
-    {L"CIRCLE", L"C", kModal, circleCommand, L"Draws a circle by centre and radius or diameter"},
-    {L"ARC", L"A", kModal, arcCommand, L"Draws an arc through three points"},
+    {L"PLINE", L"PL", kModal, polylineCommand, L"Draws a polyline of straight segments and arcs"},
+    {L"CIRCLE", L"C", kModal, circleCommand, L"Draws a circle by centre and radius, or through points"},
+    {L"ARC", L"A", kModal, arcCommand, L"Draws an arc through three points or by its centre"},
     {L"ELLIPSE", L"EL", kModal, ellipseCommand, L"Draws an ellipse or an elliptical arc"},
     {L"SPLINE", L"SPL", kModal, splineCommand, L"Draws a spline through fit points or over control points"},
     {L"POINT", L"PO", kModal, pointCommand, L"Draws a point"},

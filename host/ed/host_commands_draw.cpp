@@ -1,4 +1,5 @@
-// LINE, PLINE, CIRCLE, ARC, POINT and TEXT: new objects from points.
+// LINE, CIRCLE, ARC, POINT and TEXT: new objects from points. PLINE has a file of its own.
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -6,7 +7,6 @@
 #include "host/ed/prompting.h"
 #include "host/ent/conics.h"
 #include "host/ent/line.h"
-#include "host/ent/polyline.h"
 #include "host/ent/text.h"
 #include "host/ge/arc.h"
 
@@ -53,80 +53,81 @@ private:
     std::vector<AcDbObjectId> lines_;
 };
 
-// -- PLINE --------------------------------------------------------------------------------------------
+// -- CIRCLE and ARC -----------------------------------------------------------------------------------
 
-class PolylineChain {
-public:
-    explicit PolylineChain(const AcGePoint3d& start)
-        : startWidth_(drawing().headerReal("$PLINEWID", 0)), endWidth_(startWidth_) {
-        points_ = {start};
-    }
-    void run() {
-        while (extend()) {
-        }
-        finish();
-    }
+void addCircle(const AcGePoint3d& center, double radius) {
+    addToDrawing(std::make_unique<AcDbCircle>(ucsToWorld(center), DrawingPlane().normal, radius));
+}
 
-private:
-    bool extend() {
-        const bool mayClose = points_.size() > 2;
-        const AskedPoint next = askPoint(
-            mayClose ? L"\nSpecify next point or [Close/Undo/Width]: "
-                     : L"\nSpecify next point or [Undo/Width]: ",
-            &points_.back(), mayClose ? L"Close Undo Width _Close Undo Width" : L"Undo Width _Undo Width");
-        if (next) {
-            widths_.push_back({startWidth_, endWidth_});
-            startWidth_ = endWidth_;
-            points_.push_back(next.point);
-            return true;
-        }
-        if (next.status != RTKWORD) return false;
-        const std::wstring choice = chosenKeyword();
-        if (choice == L"Width") return askWidths(), true;
-        if (choice == L"Undo") return takeBack(), true;
-        closed_ = true;
-        return false;
-    }
-    void askWidths() {
-        acedInitGet(RSG_NONEG, nullptr);
-        if (acedGetDist(nullptr, (L"\nSpecify starting width <" + shown(startWidth_) + L">: ").c_str(),
-                        &startWidth_) == RTCAN)
-            return;
-        endWidth_ = startWidth_;
-        acedInitGet(RSG_NONEG, nullptr);
-        acedGetDist(nullptr, (L"\nSpecify ending width <" + shown(endWidth_) + L">: ").c_str(), &endWidth_);
-        drawing().setHeaderReal("$PLINEWID", 40, endWidth_);
-    }
-    void takeBack() {
-        if (widths_.empty()) return printLine(L"\nAll segments are undone.");
-        widths_.pop_back();
-        points_.pop_back();
-    }
-    void finish() {
-        if (points_.size() < 2) return;
-        const DrawingPlane plane;
-        std::vector<AcDbPolyline::Vertex> vertices;
-        for (size_t i = 0; i < points_.size(); ++i) {
-            const AcGePoint3d p = plane.own(points_[i]);
-            const Widths width = i < widths_.size() ? widths_[i] : Widths{startWidth_, endWidth_};
-            vertices.push_back({{p.x, p.y}, 0, width.start, width.end});
-        }
-        auto polyline = std::make_unique<AcDbPolyline>();
-        polyline->setNormal(plane.normal);
-        polyline->setElevation(plane.own(points_.front()).z);
-        polyline->setVertices(std::move(vertices));
-        polyline->setClosed(closed_);
-        addToDrawing(std::move(polyline));
-    }
-
-    struct Widths {
-        double start, end;
+// The circle through UCS points, as an arc from the first to the last in the plane's own coordinates.
+std::optional<AcGeCircArc2d> circleThrough(const DrawingPlane& plane,
+                                           const std::array<AcGePoint3d, 3>& points) {
+    const auto flat = [&](const AcGePoint3d& point) {
+        const AcGePoint3d p = plane.own(point);
+        return AcGePoint2d(p.x, p.y);
     };
-    std::vector<AcGePoint3d> points_; // UCS
-    std::vector<Widths> widths_;      // of the segments so far
-    double startWidth_, endWidth_;
-    bool closed_ = false;
-};
+    AcGeCircArc2d arc;
+    AcGeError error{};
+    arc.set(flat(points[0]), flat(points[1]), flat(points[2]), error);
+    if (error == AcGe::kOk) return arc;
+    return printLine(L"\nThe points lie on a line; no arc goes through them."), std::nullopt;
+}
+
+void circleByThree() {
+    std::array<AcGePoint3d, 3> points;
+    const wchar_t* prompts[] = {L"\nSpecify first point on circle: ", L"\nSpecify second point on circle: ",
+                                L"\nSpecify third point on circle: "};
+    for (size_t i = 0; i < points.size(); ++i) {
+        const AskedPoint asked = askPoint(prompts[i], nullptr, nullptr, RSG_NONULL);
+        if (!asked) return;
+        points[i] = asked.point;
+    }
+    const DrawingPlane plane;
+    const auto arc = circleThrough(plane, points);
+    if (!arc) return;
+    const AcGePoint3d center(arc->center().x, arc->center().y, plane.own(points[0]).z);
+    addToDrawing(std::make_unique<AcDbCircle>(AcGeMatrix3d::planeToWorld(plane.normal) * center, plane.normal,
+                                              arc->radius()));
+}
+
+void circleByTwo() {
+    const AskedPoint first =
+        askPoint(L"\nSpecify first end point of circle's diameter: ", nullptr, nullptr, RSG_NONULL);
+    if (!first) return;
+    const AskedPoint second =
+        askPoint(L"\nSpecify second end point of circle's diameter: ", &first.point, nullptr, RSG_NONULL);
+    if (!second) return;
+    const AcGeVector3d half = (second.point - first.point) / 2;
+    if (half.length() == 0) return printLine(L"\nThe two points are the same; a diameter needs two.");
+    addCircle(first.point + half, half.length());
+}
+
+// Counter-clockwise from the start to the direction of the end.
+void arcByCenter() {
+    const AskedPoint center = askPoint(L"\nSpecify center point of arc: ", nullptr, nullptr, RSG_NONULL);
+    if (!center) return;
+    const AskedPoint start = askPoint(L"\nSpecify start point of arc: ", &center.point, nullptr, RSG_NONULL);
+    if (!start) return;
+    const AskedPoint end =
+        askPoint(L"\nSpecify end point of arc or [Angle]: ", &center.point, L"Angle _Angle", RSG_NONULL);
+    const AcGeVector3d radius = start.point - center.point;
+    if (radius.length() == 0)
+        return printLine(L"\nThe start lies in the center; the arc would have no radius.");
+    const double from = std::atan2(radius.y, radius.x);
+    double to = std::atan2(end.point.y - center.point.y, end.point.x - center.point.x);
+    if (end.status == RTKWORD) {
+        double sweep = 0;
+        ads_point base{center.point.x, center.point.y, center.point.z};
+        acedInitGet(RSG_NONULL | RSG_NOZERO, nullptr);
+        if (acedGetAngle(base, L"\nSpecify included angle: ", &sweep) != RTNORM) return;
+        to = from + sweep;
+    } else if (!end) {
+        return;
+    }
+    const DrawingPlane plane;
+    addToDrawing(std::make_unique<AcDbArc>(ucsToWorld(center.point), plane.normal, radius.length(),
+                                           plane.ownAngle(from), plane.ownAngle(to)));
+}
 
 } // namespace
 
@@ -139,16 +140,10 @@ void lineCommand() {
     }
 }
 
-void polylineCommand() {
-    AskedPoint start = askPoint(L"\nSpecify start point: ");
-    if (start.status == RTNONE) start = {RTNORM, pointFrame().last};
-    if (!start) return;
-    printLine(L"\nCurrent line-width is " + shown(drawing().headerReal("$PLINEWID", 0)));
-    PolylineChain(start.point).run();
-}
-
 void circleCommand() {
-    const AskedPoint center = askPoint(L"\nSpecify center point for circle: ", nullptr, nullptr, RSG_NONULL);
+    const AskedPoint center =
+        askPoint(L"\nSpecify center point for circle or [3P/2P]: ", nullptr, L"3P 2P _3P 2P", RSG_NONULL);
+    if (center.status == RTKWORD) return chosenKeyword() == L"3P" ? circleByThree() : circleByTwo();
     if (!center) return;
     ads_point base{center.point.x, center.point.y, center.point.z};
     double radius = 0;
@@ -159,34 +154,29 @@ void circleCommand() {
         status = acedGetDist(base, L"\nSpecify diameter of circle: ", &radius);
         radius /= 2;
     }
-    if (status != RTNORM) return;
-    addToDrawing(std::make_unique<AcDbCircle>(ucsToWorld(center.point), DrawingPlane().normal, radius));
+    if (status == RTNORM) addCircle(center.point, radius);
 }
 
 void arcCommand() {
-    const AskedPoint start = askPoint(L"\nSpecify start point of arc: ", nullptr, nullptr, RSG_NONULL);
+    const AskedPoint start =
+        askPoint(L"\nSpecify start point of arc or [Center]: ", nullptr, L"Center _Center", RSG_NONULL);
+    if (start.status == RTKWORD) return arcByCenter();
     if (!start) return;
     const AskedPoint second = askPoint(L"\nSpecify second point of arc: ", &start.point, nullptr, RSG_NONULL);
     if (!second) return;
     const AskedPoint end = askPoint(L"\nSpecify end point of arc: ", &second.point, nullptr, RSG_NONULL);
     if (!end) return;
     const DrawingPlane plane;
-    const auto flat = [&](const AskedPoint& asked) {
-        const AcGePoint3d p = plane.own(asked.point);
-        return AcGePoint2d(p.x, p.y);
-    };
-    AcGeCircArc2d arc;
-    AcGeError error{};
-    arc.set(flat(start), flat(second), flat(end), error);
-    if (error != AcGe::kOk) return printLine(L"\nThe points lie on a line; no arc goes through them.");
-    const AcGePoint2d first = arc.isClockWise() ? arc.endPoint() : arc.startPoint();
-    const AcGePoint2d last = arc.isClockWise() ? arc.startPoint() : arc.endPoint();
+    const auto arc = circleThrough(plane, {start.point, second.point, end.point});
+    if (!arc) return;
+    const AcGePoint2d first = arc->isClockWise() ? arc->endPoint() : arc->startPoint();
+    const AcGePoint2d last = arc->isClockWise() ? arc->startPoint() : arc->endPoint();
     const auto angleOf = [&](const AcGePoint2d& p) {
-        return std::atan2(p.y - arc.center().y, p.x - arc.center().x);
+        return std::atan2(p.y - arc->center().y, p.x - arc->center().x);
     };
-    const AcGePoint3d center(arc.center().x, arc.center().y, plane.own(start.point).z);
+    const AcGePoint3d center(arc->center().x, arc->center().y, plane.own(start.point).z);
     addToDrawing(std::make_unique<AcDbArc>(AcGeMatrix3d::planeToWorld(plane.normal) * center, plane.normal,
-                                           arc.radius(), angleOf(first), angleOf(last)));
+                                           arc->radius(), angleOf(first), angleOf(last)));
 }
 
 void pointCommand() {

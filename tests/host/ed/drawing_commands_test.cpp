@@ -52,6 +52,54 @@ TEST(Draw, EllipsesByAxisCentreRotationAndArc) {
     EXPECT_THAT(bench.run(L"ELLIPSE 0,0 10,0 1e-9\n"), HasSubstr("too short"));
 }
 
+TEST(Draw, PolylinesHaveArcsByEveryWayOfTellingThem) {
+    Bench slot;
+    slot.run(L"PLINE 0,0 10,0 a 10,10 l 0,10 a cl\n");
+    double end = 0, length = 0;
+    slot.last<AcDbPolyline>()->getEndParam(end);
+    slot.last<AcDbPolyline>()->getDistAtParam(end, length);
+    EXPECT_TRUE(slot.last<AcDbPolyline>()->isClosed());
+    EXPECT_NEAR(20 + 10 * std::numbers::pi, length, 1e-9);
+    // A quarter circle to the left from 0,0 to 5,5, told in many ways; all begin towards +X.
+    const double quarter = std::tan(std::numbers::pi / 8);
+    for (const wchar_t* way : {L"5,5", L"a 90 5,5", L"ce 0,5 5,5", L"d 9,0 5,5", L"r 5 5,5",
+                               L"s 3.5355339059327378,1.4644660940672622 5,5"}) {
+        Bench bench;
+        bench.run(L"PLINE 0,0 a " + std::wstring(way) + L" \n");
+        ASSERT_TRUE(bench.last<AcDbPolyline>()) << host::utf8(way);
+        double bulge = 0;
+        bench.last<AcDbPolyline>()->getBulgeAt(0, bulge);
+        EXPECT_NEAR(quarter, bulge, 1e-9) << host::utf8(way);
+        AcGePoint3d tip;
+        bench.last<AcDbPolyline>()->getPointAt(1, tip);
+        EXPECT_TRUE(near({5, 5, 0}, tip)) << host::utf8(way);
+    }
+    Bench bench;
+    bench.run(L"PLINE 0,0 a 10,10 l l 5 h 1 2 20,20 \n");
+    AcGePoint3d third;
+    bench.last<AcDbPolyline>()->getPointAt(2, third);
+    EXPECT_TRUE(near({10, 15, 0}, third)); // on in the direction of the arc's end
+    double start = 0, stop = 0;
+    bench.last<AcDbPolyline>()->getWidthsAt(2, start, stop);
+    EXPECT_EQ(2, start);
+    EXPECT_EQ(4, stop);
+}
+
+TEST(Draw, CirclesThroughPointsAndArcsByTheirCentre) {
+    Bench bench;
+    bench.run(L"CIRCLE 3p 10,0 0,10 -10,0\n");
+    EXPECT_TRUE(near({0, 0, 0}, bench.last<AcDbCircle>()->center()));
+    EXPECT_NEAR(10, bench.last<AcDbCircle>()->radius(), 1e-9);
+    bench.run(L"CIRCLE 2p 0,0 8,0\n");
+    EXPECT_TRUE(near({4, 0, 0}, bench.last<AcDbCircle>()->center()));
+    for (const wchar_t* script : {L"ARC c 1,1 3,1 1,9\n", L"ARC c 1,1 3,1 a 90\n"}) {
+        bench.run(script);
+        AcGePoint3d end;
+        bench.last<AcDbArc>()->getEndPoint(end);
+        EXPECT_TRUE(near({1, 3, 0}, end));
+    }
+}
+
 TEST(Draw, SplinesGoThroughFitPointsOrAreDrawnByControlPoints) {
     Bench bench;
     bench.run(L"SPLINE 0,0 10,5 20,0 30,9 u 30,5 \n");
