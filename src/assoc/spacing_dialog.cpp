@@ -13,16 +13,16 @@ host::DialogTemplate templateOf(const SpacingDialogTexts& texts) {
     host::DialogTemplate dialog;
     dialog.caption = texts.caption;
     dialog.style = DS_SETFONT | DS_MODALFRAME | WS_POPUP | WS_CAPTION | WS_SYSMENU;
-    dialog.rect = CRect(0, 0, 212, 196);
+    dialog.rect = CRect(0, 0, 216, 196);
     dialog.controls = {
         {L"Static", texts.countLabel, 65535, kShown, 0, CRect(8, 9, 44, 18)},
         {L"Edit", L"", CSpacingDialog::kCountEdit, kReached | WS_BORDER | ES_NUMBER, 0, CRect(46, 7, 84, 20)},
-        {L"Static", L"函数:", 65535, kShown, 0, CRect(96, 9, 124, 18)},
+        {L"Static", L"函数:", 65535, kShown, 0, CRect(92, 9, 124, 18)},
         {L"ComboBox", L"", CSpacingDialog::kKindBox, kReached | WS_VSCROLL | CBS_DROPDOWNLIST, 0,
-         CRect(126, 7, 204, 100)},
-        {texts.graphClass, L"", CSpacingDialog::kGraph, kReached | WS_BORDER, 0, CRect(8, 26, 204, 170)},
-        {L"Button", L"确定", IDOK, kReached | BS_DEFPUSHBUTTON, 0, CRect(96, 176, 148, 190)},
-        {L"Button", L"取消", IDCANCEL, kReached | BS_PUSHBUTTON, 0, CRect(152, 176, 204, 190)},
+         CRect(128, 7, 208, 100)},
+        {texts.graphClass, L"", CSpacingDialog::kGraph, kReached | WS_BORDER, 0, CRect(8, 26, 208, 170)},
+        {L"Button", L"确定", IDOK, kReached | BS_DEFPUSHBUTTON, 0, CRect(100, 176, 152, 190)},
+        {L"Button", L"取消", IDCANCEL, kReached | BS_PUSHBUTTON, 0, CRect(156, 176, 208, 190)},
     };
     return dialog;
 }
@@ -99,7 +99,7 @@ LRESULT CSpacingDialog::OnGraphChanged(WPARAM, LPARAM) {
 void CSpacingDialog::OnOK() {
     BOOL good = FALSE;
     const UINT count = GetDlgItemInt(kCountEdit, &good, FALSE);
-    if (!good || count < UINT(kFewestCopies) || count > UINT(kMostCopies)) {
+    if (!good || count < UINT(kSmallestFamily) || count > UINT(kLargestFamily)) {
         MessageBox(Translate(texts_.countComplaint), Translate(L"提示"), MB_OK);
         GetDlgItem(kCountEdit)->SetFocus();
         return;

@@ -11,7 +11,7 @@
 
 namespace corvane {
 
-inline constexpr int kFewestCopies = 1, kMostCopies = 100;
+inline constexpr int kSmallestFamily = 1, kLargestFamily = 100;
 
 // What differs from family to family. Texts are source texts.
 struct SpacingDialogTexts {

@@ -1,6 +1,7 @@
 // Handles of the spacing graph.
 #include "assoc/spacing_graph_model.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace corvane {
@@ -51,30 +52,19 @@ SpacingHandle HitSpacingHandle(const SpacingFunction& spacing, const UnitPlot& p
 }
 
 void DragSpacingHandle(SpacingFunction& f, SpacingHandle handle, PlotShare to) {
+    const std::vector<PlacedHandle> present = SpacingHandles(f);
+    if (std::none_of(present.begin(), present.end(),
+                     [&](const PlacedHandle& p) { return p.handle == handle; }))
+        return;
     const double t = UnitShare(to.t), value = UnitShare(to.value);
-    const bool sine = f.kind == kSineSpacing, bezier = f.kind == kBezierSpacing;
     switch (handle) {
-    case SpacingHandle::start:
-        if (f.kind != kAccelerated) f.d[0] = value;
-        break;
-    case SpacingHandle::end:
-        if (f.kind != kAccelerated && !sine) f.d[5] = value;
-        break;
-    case SpacingHandle::control1:
-        if (bezier) f.d[1] = t, f.d[2] = value;
-        break;
-    case SpacingHandle::control2:
-        if (bezier) f.d[3] = t, f.d[4] = value;
-        break;
-    case SpacingHandle::bend:
-        if (f.kind == kAccelerated) f.accel = accelerationThrough(value);
-        break;
-    case SpacingHandle::length:
-        if (sine) f.d[4] = std::max(t, 0.05);
-        break;
-    case SpacingHandle::height:
-        if (sine) f.d[5] = UnitShare(0.5 + value - UnitShare(f.d[0]));
-        break;
+    case SpacingHandle::start: f.d[0] = value; break;
+    case SpacingHandle::end: f.d[5] = value; break;
+    case SpacingHandle::control1: f.d[1] = t, f.d[2] = value; break;
+    case SpacingHandle::control2: f.d[3] = t, f.d[4] = value; break;
+    case SpacingHandle::bend: f.accel = accelerationThrough(value); break;
+    case SpacingHandle::length: f.d[4] = std::max(t, 0.05); break;
+    case SpacingHandle::height: f.d[5] = UnitShare(0.5 + value - UnitShare(f.d[0])); break;
     case SpacingHandle::none: break;
     }
 }

@@ -82,6 +82,12 @@ AcCmColor mixed(const AcCmColor& first, const AcCmColor& second, double share) {
     return color;
 }
 
+double chordLength(const std::vector<AcGePoint3d>& points) {
+    double length = 0;
+    for (size_t i = 1; i < points.size(); ++i) length += points[i].distanceTo(points[i - 1]);
+    return length;
+}
+
 void eraseAll(const AcDbBlockTableRecord& block) {
     const std::vector<AcDbObjectId> all = block.entities();
     for (const AcDbObjectId id : all) {
@@ -110,7 +116,7 @@ std::optional<BlendCopies> ComputeBlend(const BlendRecord& record) {
     const AcGePoint3dArray &a = first->samples, &b = second->samples;
     copies.base = a.first();
 
-    const int count = std::clamp(record.family.count, kFewestCopies, kMostCopies);
+    const int count = std::clamp(record.family.count, kSmallestFamily, kLargestFamily);
     std::vector<double> shares;
     for (int k = 0; k < count; ++k) shares.push_back(CopyShare(k, count, record.family.spacing));
     const auto starts = guideOffsets(record.guide1, record.hasGuide1, a.first(), b.first(), shares);
@@ -139,9 +145,9 @@ bool FillBlendBlock(AcDbObjectId blockId, const BlendCopies& copies, const AcGeM
     for (size_t k = 0; k < copies.colors.size(); ++k) {
         std::vector<AcGePoint3d> points(copies.points.begin() + std::ptrdiff_t(k * m),
                                         copies.points.begin() + std::ptrdiff_t((k + 1) * m));
+        if (chordLength(points) < kShortest) continue; // where curves cross, all points may come together
         for (AcGePoint3d& point : points) point.transformBy(toBlock);
         auto spline = std::make_unique<AcDbSpline>(AcGePoint3dArray(std::move(points)), 4, 0.0);
-        if (spline->numControlPoints() == 0) continue;
         spline->setColor(copies.colors[k]);
         if (block->appendAcDbEntity(spline.get()) != Acad::eOk) return false;
         spline.release()->close();

@@ -25,7 +25,7 @@ int BlendSamples(int surftab1);
 std::optional<BlendCopies> ComputeBlend(const BlendRecord& record);
 
 // Splines through the copies' points, `toBlock` leading from the world to the block. `clearFirst` erases what
-// stands in the block. Copies that shrink to a point are left out. False when the block can't be opened, with
+// stands in the block. Copies shorter than 0.0001 are left out. False when the block can't be opened, with
 // nothing changed.
 bool FillBlendBlock(AcDbObjectId block, const BlendCopies& copies, const AcGeMatrix3d& toBlock,
                     bool clearFirst);

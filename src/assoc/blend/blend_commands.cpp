@@ -94,7 +94,7 @@ bool askFamily(CopyFamily& family) {
         const int result = acedGetShort(Translate(L"\n请输入渐变曲线数量，允许值1--100，默认值16:"), &count);
         if (result == RTNONE) count = short(family.count);
         if (result != RTNORM && result != RTNONE) return false;
-    } while (count < kFewestCopies || count > kMostCopies);
+    } while (count < kSmallestFamily || count > kLargestFamily);
     family.count = count;
     short accel = 0;
     acedInitGet(RSG_NOLIM, nullptr);
