@@ -1,5 +1,7 @@
 // How objects of modules' classes come to life and become kept data again, as the classes come and
 // go; and how such an object reads its own state.
+#include <algorithm>
+
 #include "host/db/access.h"
 #include "host/db/capture.h"
 #include "host/db/filed.h"
@@ -86,6 +88,16 @@ std::unique_ptr<AcDbObject> keptForm(const AcDbObject& object, const AcRxClass* 
     return finish(std::make_unique<KeptObject>(name));
 }
 
+// Files must go on naming the class of data that nobody understands any more.
+void rememberClass(AcDbDatabase& database, const AcRxClass* cls) {
+    auto& rows = database.fileClasses();
+    const std::string name = utf8(cls->dxfName());
+    if (std::any_of(rows.begin(), rows.end(), [&](const FileClass& row) { return row.dxfName == name; }))
+        return;
+    rows.push_back({name, utf8(cls->name()), utf8(cls->appName()), cls->proxyFlags(), 0, false,
+                    cls->isDerivedFrom(AcDbEntity::desc())});
+}
+
 void retireHeld(std::unique_ptr<AcDbObject>& held) {
     if (const auto* filed = dynamic_cast<const FiledData*>(held.get())) {
         if (!isRemoved(filed->cls)) return;
@@ -115,7 +127,7 @@ void reviveKeptObjects(AcDbDatabase& database) {
         const AcRxClass* cls = object->isA();
         std::unique_ptr<AcDbObject> next;
         if (isRemoved(cls))
-            next = keptForm(*object, cls);
+            next = keptForm(*object, cls), rememberClass(database, cls);
         else if (!cls->isCustom() && keptGroups(*object))
             next = living(*object);
         if (!next) continue;

@@ -210,7 +210,9 @@ std::wstring valueOf(const Window& window) {
                 chosen += (chosen.empty() ? L"" : L",") + std::to_wstring(i);
         return L" = " + (chosen.empty() ? L"none" : chosen) + listed(kListItems);
     }
-    return {};
+    // Drawn controls may say in their text what they show.
+    const bool drawn = !window.hasClass(L"Button") && !window.hasClass(L"Static");
+    return drawn && !window.text.empty() ? L" = " + window.text : std::wstring();
 }
 std::wstring kindOf(const Window& window) {
     if (isCheck(window)) return L"check";
