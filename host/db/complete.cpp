@@ -140,8 +140,9 @@ private:
         return db_.place(std::move(made), 0, block);
     }
 
-    AcDbObjectId put(AcDbObjectId dictionary, const std::wstring& key, std::unique_ptr<AcDbObject> object) {
-        const AcDbObjectId id = db_.place(std::move(object), 0, dictionary);
+    AcDbObjectId put(AcDbObjectId dictionary, const std::wstring& key, std::unique_ptr<AcDbObject> object,
+                     AcDbHandle handle = AcDbHandle()) {
+        const AcDbObjectId id = db_.place(std::move(object), std::uint64_t(handle), dictionary);
         host::peek<AcDbDictionary>(dictionary)->adopt(key, id);
         return id;
     }
@@ -192,7 +193,9 @@ private:
             tab = std::max(tab, 1);
             const std::wstring name = block->isModelSpace() ? L"Model" : freeLayoutName(list, tab);
             std::unique_ptr<AcDbObject> layout(AcDbLayout::make(name, block->isModelSpace() ? 0 : tab++, id));
-            const AcDbObjectId layoutId = put(list, name, std::move(layout));
+            // Under the handle that the block names, when nothing stands there.
+            const AcDbHandle wanted = block->getLayoutId().handle();
+            const AcDbObjectId layoutId = put(list, name, std::move(layout), wanted);
             fill(block, [&](AcDbBlockTableRecord& r) { r.setLayoutId(layoutId); });
             if (db_.originalFileVersion() >= AcDb::kDHL_1015)
                 note("The layout " + host::utf8(name) + " was missing and has been made.");

@@ -65,17 +65,17 @@ void AcDbEntity::outGroups(host::GroupWriter& writer) const {
     writer.text(8, layerName());
     if (const auto* linetype = host::peek<AcDbLinetypeTableRecord>(linetype_))
         if (!host::equalNoCase(linetype->name(), L"ByLayer")) writer.text(6, linetype->name());
-    const bool holdsRgb = writer.version >= AcDb::kDHL_1018;
+    const bool holdsRgb = writer.carries(AcDb::kDHL_1018);
     const int index =
         color_.isByColor() && (holdsRgb || fileIndex_ != 256) ? fileIndex_ : color_.colorIndex();
     if (index != 256) writer.integer(62, index);
-    if (writer.version >= AcDb::kDHL_1015 && lineWeight_ != AcDb::kLnWtByLayer)
+    if (lineWeight_ != AcDb::kLnWtByLayer && writer.carries(AcDb::kDHL_1015))
         writer.integer(370, lineWeight_);
-    if (writer.version >= AcDb::kDHL_1012) {
+    if (writer.carries(AcDb::kDHL_1012)) {
         if (linetypeScale_ != 1) writer.real(48, linetypeScale_);
         if (!visible_) writer.integer(60, 1);
     }
-    if (writer.version >= AcDb::kDHL_1018) {
+    if (holdsRgb) {
         if (color_.isByColor()) writer.integer(420, color_.rgb());
         if (transparency_) writer.integer(440, Adesk::Int32(transparency_));
     }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "host/db/database.h"
 #include "host/db/symboltable.h"
 #include "host/os/text.h"
 
@@ -137,6 +138,7 @@ bool GroupList::find(int code, Group& out) const {
     return false;
 }
 
+bool GroupWriter::isOriginal() const { return database && database->originalFileVersion() == version; }
 void GroupWriter::text(int code, const std::wstring& wide) { write(Group::ofText(code, utf8(wide))); }
 
 void GroupWriter::recordName(int code, AcDbObjectId record) {

@@ -102,6 +102,10 @@ public:
     AcDb::AcDbDwgVersion version = AcDb::kDHL_1032;
 
     virtual void write(const Group& group) = 0;
+    bool isOriginal() const; // the drawing is written in the version that it came in
+    // Whether what came with that version is written: files of older versions that held it all the same
+    // keep it while they stay in their version.
+    bool carries(AcDb::AcDbDwgVersion since) const { return version >= since || isOriginal(); }
 
     void text(int code, std::string_view utf8) { write(Group::ofText(code, utf8)); }
     void text(int code, const std::wstring& wide);

@@ -51,20 +51,21 @@ bool AcDbLayerTableRecord::inGroup(const host::Group& group, host::ReadContext& 
                       Adesk::UInt8(group.integer));
         return true;
     case 6: linetype_ = context.linetype(group.text); return true;
-    case 290: plottable_ = group.integer != 0; return true;
-    case 370: lineWeight_ = AcDb::LineWeight(group.integer); return true;
+    case 290: plottable_ = group.integer != 0, plottingStated_ = true; return true;
+    case 370: lineWeight_ = AcDb::LineWeight(group.integer), weightStated_ = true; return true;
     default: return AcDbSymbolTableRecord::inGroup(group, context);
     }
 }
 
 void AcDbLayerTableRecord::outOwn(host::GroupWriter& writer) const {
     writer.integer(62, off_ ? -int(color_.colorIndex()) : int(color_.colorIndex()));
-    if (color_.isByColor() && writer.version >= AcDb::kDHL_1018) writer.integer(420, color_.rgb());
+    if (color_.isByColor() && writer.carries(AcDb::kDHL_1018)) writer.integer(420, color_.rgb());
     const auto* linetype = host::peek<AcDbLinetypeTableRecord>(linetype_);
     writer.text(6, linetype ? linetype->name() : L"Continuous");
-    if (writer.version < AcDb::kDHL_1015) return;
-    if (!plottable_) writer.integer(290, 0);
-    writer.integer(370, lineWeight_);
+    const bool modern = writer.version >= AcDb::kDHL_1015;
+    if (!writer.carries(AcDb::kDHL_1015)) return;
+    if (plottingStated_ || (modern && !plottable_)) writer.integer(290, plottable_);
+    if (weightStated_ || modern) writer.integer(370, lineWeight_);
 }
 
 // -- linetypes ----------------------------------------------------------------------------------------

@@ -162,6 +162,7 @@ private:
     AcDbObjectId linetype_;
     AcDb::LineWeight lineWeight_ = AcDb::kLnWtByLwDefault;
     bool off_ = false, plottable_ = true;
+    bool plottingStated_ = false, weightStated_ = false; // by the file
 };
 
 class AcDbLinetypeTableRecord : public AcDbSymbolTableRecord {

@@ -16,8 +16,10 @@ bool isTaken(wchar_t c, bool first) {
            c == L'|' || (first && c == L'*');
 }
 
+// R12 calls the spaces $MODEL_SPACE and $PAPER_SPACE; no other block may go by these names there.
 std::wstring shortened(const std::wstring& name) {
     std::wstring out = upper(name).substr(0, kLongest);
+    if (out.starts_with(L"$MODEL_SPACE") || out.starts_with(L"$PAPER_SPACE")) out[0] = L'_';
     for (size_t i = 0; i < out.size(); ++i)
         if (!isTaken(out[i], i == 0)) out[i] = L'_';
     return out;

@@ -77,6 +77,7 @@ private:
     std::uint64_t nextHandle() const { return (old() ? highestWritten_ : lastHandle_) + 1; }
 
     bool old() const { return version_ <= AcDb::kDHL_1009; }
+    bool cameFromLater() const { return old() && database_.originalFileVersion() > AcDb::kDHL_1009; }
     bool hasTies() const { return version_ >= AcDb::kDHL_1012; }
 
     AcDbDatabase& database_;

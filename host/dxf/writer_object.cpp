@@ -30,6 +30,15 @@ KeptParts divide(const GroupList& kept) {
     return parts;
 }
 
+// R12 has no markers: groups that an entity kept behind them would be taken for others.
+constexpr const char* kLostGroups = "written without groups that R12 doesn't know";
+
+bool holdsOldCodes(const GroupList& kept) {
+    for (const Group group : kept)
+        if (group.code != 102 && isOldCode(group.code)) return true;
+    return false;
+}
+
 bool isGone(AcDbObjectId id) { return id.isNull() || (id.isValid() && id.isErased()); }
 
 } // namespace
@@ -65,7 +74,9 @@ void DrawingWriter::writeTies(const AcDbObject& object) {
 void DrawingWriter::writeObject(const AcDbObject& object) {
     static const GroupList kNothing;
     const ObjectTail* tail = object.tail();
-    const GroupList& kept = tail ? tail->kept : kNothing;
+    const bool foreign = cameFromLater() && AcDbEntity::cast(&object);
+    if (foreign && tail && holdsOldCodes(tail->kept)) losses_.add("entity", "entities", kLostGroups);
+    const GroupList& kept = tail && !foreign ? tail->kept : kNothing;
     const KeptParts parts = divide(kept);
     out_->text(0, object.dxfName());
     writeHandle(object);

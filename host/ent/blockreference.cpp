@@ -8,6 +8,11 @@
 
 HOST_DEFINE_CLASS(AcDbBlockReference, AcDbEntity, L"INSERT")
 
+namespace {
+constexpr const char *kPlain = "AcDbBlockReference", *kMultiple = "AcDbMInsertBlock";
+enum Stated { kColumns = 1, kRows = 2, kColumnSpacing = 4, kRowSpacing = 8 };
+} // namespace
+
 AcDbBlockReference::AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId blockTableRecord)
     : position_(position), block_(blockTableRecord) {}
 
@@ -31,6 +36,7 @@ Acad::ErrorStatus AcDbBlockReference::setArray(int rows, int columns, double row
         return Acad::eInvalidInput;
     if (auto es = willModify(); es != Acad::eOk) return es;
     rows_ = rows, columns_ = columns, rowSpacing_ = rowSpacing, columnSpacing_ = columnSpacing;
+    marker_ = nullptr;
     return Acad::eOk;
 }
 
@@ -62,18 +68,20 @@ AcDbObjectIterator* AcDbBlockReference::attributeIterator() const {
 }
 
 bool AcDbBlockReference::inGroup(const host::Group& group, host::ReadContext& context) {
-    if (context.within("AcDbBlockReference") || context.within("AcDbMInsertBlock")) {
+    const bool multiple = context.within(kMultiple);
+    if (multiple || context.within(kPlain)) {
+        if (!context.subclass.empty()) marker_ = multiple ? kMultiple : kPlain;
         switch (group.code) {
         case 2: block_ = context.block(group.text); return true;
         case 41: scale_.sx = group.real; return true;
         case 42: scale_.sy = group.real; return true;
         case 43: scale_.sz = group.real; return true;
-        case 44: columnSpacing_ = group.real; return true;
-        case 45: rowSpacing_ = group.real; return true;
+        case 44: columnSpacing_ = group.real, stated_ |= kColumnSpacing; return true;
+        case 45: rowSpacing_ = group.real, stated_ |= kRowSpacing; return true;
         case 50: rotation_ = host::toRadians(group.real); return true;
         case 66: return true; // attributes follow; told by the parts themselves
-        case 70: columns_ = int(group.integer); return true;
-        case 71: rows_ = int(group.integer); return true;
+        case 70: columns_ = int(group.integer), stated_ |= kColumns; return true;
+        case 71: rows_ = int(group.integer), stated_ |= kRows; return true;
         default:
             if (host::takeTriple(group, 10, position_) || host::takeTriple(group, 210, normal_)) return true;
         }
@@ -96,7 +104,7 @@ void AcDbBlockReference::inDone(host::ReadContext& context) {
 void AcDbBlockReference::outGroups(host::GroupWriter& writer) const {
     const bool multiple = rows_ > 1 || columns_ > 1;
     AcDbEntity::outGroups(writer);
-    writer.subclass(multiple ? "AcDbMInsertBlock" : "AcDbBlockReference");
+    writer.subclass(marker_ ? marker_ : multiple ? kMultiple : kPlain);
     if (parts_.living() > 0) writer.integer(66, 1);
     writer.recordName(2, block_);
     writer.point(10, position_.inPlane(normal_));
@@ -104,9 +112,9 @@ void AcDbBlockReference::outGroups(host::GroupWriter& writer) const {
     if (scale_.sy != 1) writer.real(42, scale_.sy);
     if (scale_.sz != 1) writer.real(43, scale_.sz);
     if (rotation_ != 0) writer.real(50, host::fileDegrees(rotation_));
-    if (multiple) {
-        writer.integer(70, columns_), writer.integer(71, rows_);
-        writer.real(44, columnSpacing_), writer.real(45, rowSpacing_);
-    }
+    if (multiple || (stated_ & kColumns)) writer.integer(70, columns_);
+    if (multiple || (stated_ & kRows)) writer.integer(71, rows_);
+    if (multiple || (stated_ & kColumnSpacing)) writer.real(44, columnSpacing_);
+    if (multiple || (stated_ & kRowSpacing)) writer.real(45, rowSpacing_);
     writer.normal(210, normal_);
 }

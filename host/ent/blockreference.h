@@ -78,4 +78,7 @@ private:
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
     double rotation_ = 0, rowSpacing_ = 0, columnSpacing_ = 0;
     int rows_ = 1, columns_ = 1;
+    // What the file stated, although it may say nothing: the marker, and a bit for each of 70, 71, 44, 45.
+    const char* marker_ = nullptr;
+    int stated_ = 0;
 };

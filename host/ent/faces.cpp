@@ -11,21 +11,23 @@ HOST_DEFINE_CLASS(AcDbFace, AcDbEntity, L"3DFACE")
 namespace {
 
 using Corners = std::array<AcGePoint3d, 4>;
+using FiledCorners = std::array<host::FiledPoint, 4>;
 
 // A component of one of the four corners: codes 10 to 13 and those of their Y and Z.
-bool takeCorner(const host::Group& group, Corners& corners, bool& hasFourth) {
+template <class Four> bool takeCorner(const host::Group& group, Four& corners, bool& hasFourth) {
     for (int i = 0; i < 4; ++i)
         if (host::takeTriple(group, 10 + i, corners[size_t(i)])) return hasFourth |= i == 3, true;
     return false;
 }
 
-Acad::ErrorStatus boxOf(const Corners& corners, AcDbExtents& extents) {
+template <class Four> Acad::ErrorStatus boxOf(const Four& corners, AcDbExtents& extents) {
     AcDbExtents box;
     for (const AcGePoint3d& p : corners) box.addPoint(p);
     return extents = box, Acad::eOk;
 }
 
-void moveChosen(Corners& corners, const AcGeIntArray& indices, const AcGeVector3d& offset) {
+template <class Four>
+void moveChosen(Four& corners, const AcGeIntArray& indices, const AcGeVector3d& offset) {
     for (int i = 0; i < 4; ++i)
         if (indices.contains(i)) corners[size_t(i)] += offset;
 }
@@ -38,7 +40,7 @@ Acad::ErrorStatus snap(AcDb::OsnapMode mode, const Corners& round, AcGePoint3dAr
     return Acad::eOk;
 }
 
-Corners unzigzagged(const Corners& c) { return {c[0], c[1], c[3], c[2]}; }
+Corners unzigzagged(const FiledCorners& c) { return {c[0], c[1], c[3], c[2]}; }
 
 } // namespace
 
@@ -71,13 +73,13 @@ bool AcDbTrace::inGroup(const host::Group& group, host::ReadContext& context) {
 void AcDbTrace::inDone(host::ReadContext&) {
     normal_ = host::unitNormal(normal_);
     if (!hasFourth_) corners_[3] = corners_[2];
-    for (AcGePoint3d& p : corners_) p = host::toWorld(p, normal_);
+    for (host::FiledPoint& p : corners_) p.fromPlane(normal_);
 }
 
 void AcDbTrace::outGroups(host::GroupWriter& writer) const {
     AcDbEntity::outGroups(writer);
     writer.subclass("AcDbTrace");
-    for (int i = 0; i < 4; ++i) writer.point(10 + i, host::toPlane(corners_[size_t(i)], normal_));
+    for (int i = 0; i < 4; ++i) writer.point(10 + i, corners_[size_t(i)].inPlane(normal_));
     if (thickness_ != 0) writer.real(39, thickness_);
     writer.normal(210, normal_);
 }
@@ -94,7 +96,7 @@ Acad::ErrorStatus AcDbTrace::subTransformBy(const AcGeMatrix3d& matrix) {
     double elevation = 0;
     matrix.convertToLocal(normal, elevation);
     if (auto es = willModify(); es != Acad::eOk) return es;
-    for (AcGePoint3d& p : corners_) p = matrix * p;
+    for (host::FiledPoint& p : corners_) p = matrix * p;
     if (thickness_ != 0) thickness_ *= (matrix * normal_).length();
     normal_ = normal;
     return Acad::eOk;

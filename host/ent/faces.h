@@ -4,6 +4,7 @@
 #include <array>
 
 #include "host/db/entity.h"
+#include "host/ent/filed_point.h"
 
 // Corners run in the field's zigzag order: the third lies behind the first, the fourth behind the second.
 class AcDbTrace : public AcDbEntity {
@@ -36,7 +37,7 @@ protected:
                                         const AcGePoint3d& last, AcGePoint3dArray& points) const override;
 
 private:
-    std::array<AcGePoint3d, 4> corners_;
+    std::array<host::FiledPoint, 4> corners_;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
     double thickness_ = 0;
     bool hasFourth_ = false; // while a file is read

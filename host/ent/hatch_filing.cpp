@@ -238,10 +238,10 @@ public:
     }
 
     void pattern(const HatchData& data) {
-        to_.real(52, toDegrees(data.angle)), to_.real(41, data.scale);
+        to_.real(52, fileDegrees(data.angle)), to_.real(41, data.scale);
         to_.integer(77, data.doubled), to_.integer(78, std::int64_t(data.lines.size()));
         for (const HatchLineFamily& family : data.lines) {
-            to_.real(53, toDegrees(family.angle));
+            to_.real(53, fileDegrees(family.angle));
             to_.real(43, family.base.x), to_.real(44, family.base.y);
             to_.real(45, family.offset.x), to_.real(46, family.offset.y);
             to_.integer(79, std::int64_t(family.dashes.size()));
@@ -259,7 +259,7 @@ private:
         }
     }
     void sweep(double start, double end, bool clockwise) {
-        to_.real(50, toDegrees(start)), to_.real(51, toDegrees(end));
+        to_.real(50, fileDegrees(start)), to_.real(51, fileDegrees(end));
         to_.integer(73, !clockwise);
     }
     void tangent(int code, const std::optional<AcGeVector2d>& direction) {

@@ -118,8 +118,8 @@ bool AcDb2dPolyline::inGroup(const host::Group& group, host::ReadContext& contex
         case 20: return group.real == 0; // always 0; anything else is kept
         case 30: elevation_ = group.real; return true;
         case 39: thickness_ = group.real; return true;
-        case 40: startWidth_ = group.real; return true;
-        case 41: endWidth_ = group.real; return true;
+        case 40: startWidth_ = group.real, startStated_ = true; return true;
+        case 41: endWidth_ = group.real, endStated_ = true; return true;
         case 66: return true;
         case 70:
             closed_ = group.integer & 1;
@@ -147,8 +147,8 @@ void AcDb2dPolyline::outGroups(host::GroupWriter& writer) const {
     writer.point(10, AcGePoint3d(0, 0, elevation_));
     if (thickness_ != 0) writer.real(39, thickness_);
     writer.integer(70, flags_ | (closed_ ? 1 : 0) | kTypeBits[type_]);
-    if (startWidth_ != 0) writer.real(40, startWidth_);
-    if (endWidth_ != 0) writer.real(41, endWidth_);
+    if (startStated_ || startWidth_ != 0) writer.real(40, startWidth_);
+    if (endStated_ || endWidth_ != 0) writer.real(41, endWidth_);
     if (kSmooth[type_]) writer.integer(75, kSmooth[type_]);
     writer.normal(210, normal_);
 }

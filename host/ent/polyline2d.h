@@ -93,5 +93,6 @@ private:
     AcDb::Poly2dType type_ = AcDb::k2dSimplePoly;
     AcGeVector3d normal_ = AcGeVector3d::kZAxis;
     double elevation_ = 0, thickness_ = 0, startWidth_ = 0, endWidth_ = 0;
-    int flags_ = 0; // bits that nothing else holds, such as 128
+    int flags_ = 0;                                // bits that nothing else holds, such as 128
+    bool startStated_ = false, endStated_ = false; // the widths, by the file
 };

@@ -10,7 +10,16 @@ HOST_DEFINE_CLASS(AcDbSpline, AcDbCurve, L"SPLINE")
 
 namespace {
 enum SplineFlags { kClosed = 1, kPeriodic = 2, kRational = 4, kPlanar = 8, kLinear = 16 };
+enum Stated { kFitTolerance = 1, kNormal = 2, kStartTangent = 4, kEndTangent = 8 };
+
+int statedBy(int code) {
+    return code == 44    ? kFitTolerance
+           : code == 210 ? kNormal
+           : code == 12  ? kStartTangent
+           : code == 13  ? kEndTangent
+                         : 0;
 }
+} // namespace
 
 AcDbSpline::AcDbSpline(int degree, Adesk::Boolean rational, Adesk::Boolean closed, Adesk::Boolean periodic,
                        const AcGePoint3dArray& controlPoints, const AcGeDoubleArray& knots,
@@ -109,6 +118,7 @@ bool AcDbSpline::isPeriodic() const { return curve_.periodic; }
 
 bool AcDbSpline::inGroup(const host::Group& group, host::ReadContext& context) {
     if (!context.within("AcDbSpline")) return AcDbCurve::inGroup(group, context);
+    stated_ |= statedBy(group.code);
     const auto set = [&](std::vector<AcGePoint3d>& points, double AcGePoint3d::*part) {
         if (!points.empty()) points.back().*part = group.real;
         return true;
@@ -170,7 +180,8 @@ void AcDbSpline::outGroups(host::GroupWriter& writer) const {
     int flags = flags_ & ~(kClosed | kPeriodic | kRational);
     flags |=
         (curve_.closed ? kClosed : 0) | (curve_.periodic ? kPeriodic : 0) | (curve_.rational ? kRational : 0);
-    if (normal_.length() > 0) writer.vector(210, normal_);
+    const auto holds = [&](int what, const AcGeVector3d& v) { return (stated_ & what) || v.length() > 0; };
+    if (holds(kNormal, normal_)) writer.vector(210, normal_);
     writer.integer(70, flags);
     writer.integer(71, curve_.degree);
     writer.integer(72, std::int64_t(curve_.knots.size()));
@@ -178,9 +189,9 @@ void AcDbSpline::outGroups(host::GroupWriter& writer) const {
     writer.integer(74, std::int64_t(fitPoints_.size()));
     writer.real(42, knotTolerance_);
     writer.real(43, poleTolerance_);
-    if (hasFitData()) writer.real(44, fitTolerance_);
-    if (!startTangent_.isZeroLength()) writer.vector(12, startTangent_);
-    if (!endTangent_.isZeroLength()) writer.vector(13, endTangent_);
+    if (hasFitData() || (stated_ & kFitTolerance)) writer.real(44, fitTolerance_);
+    if (holds(kStartTangent, startTangent_)) writer.vector(12, startTangent_);
+    if (holds(kEndTangent, endTangent_)) writer.vector(13, endTangent_);
     for (double knot : curve_.knots) writer.real(40, knot);
     for (size_t i = 0; i < curve_.poles.size(); ++i) {
         writer.point(10, curve_.poles[i]);

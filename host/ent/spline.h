@@ -77,4 +77,5 @@ private:
     double knotTolerance_ = 1e-7, poleTolerance_ = 1e-7, fitTolerance_ = 1e-10;
     int flags_ = 0; // as in files: 1 closed, 2 periodic, 4 rational, 8 planar, 16 linear; 1024.. as they came
     int knotStyle_ = 0;
+    int stated_ = 0; // what the file stated, although it may say nothing
 };

@@ -30,7 +30,11 @@ Acad::ErrorStatus AcDbText::setTextString(const ACHAR* text) {
     if (!text) return Acad::eNullPtr;
     HOST_SET(text_, text);
 }
-Acad::ErrorStatus AcDbText::setTextStyle(AcDbObjectId style) { HOST_SET(style_, style); }
+Acad::ErrorStatus AcDbText::setTextStyle(AcDbObjectId style) {
+    if (auto es = willModify(); es != Acad::eOk) return es;
+    style_ = style, namelessStyle_ = false;
+    return Acad::eOk;
+}
 Acad::ErrorStatus AcDbText::setHeight(double height) {
     if (!std::isfinite(height) || height <= 0) return Acad::eInvalidInput;
     HOST_SET(height_, height);
@@ -59,7 +63,7 @@ bool AcDbText::inGroup(const host::Group& group, host::ReadContext& context) {
     if (group.code == 11) alignmentFiled_ = true;
     switch (group.code) {
     case 1: text_ = group.wide(); return true;
-    case 7: style_ = context.textStyle(group.text); return true;
+    case 7: style_ = context.textStyle(group.text), namelessStyle_ = group.text.empty(); return true;
     case 39: thickness_ = group.real; return true;
     case 40: height_ = group.real; return true;
     case 41: widthFactor_ = group.real; return true;
@@ -98,7 +102,10 @@ void AcDbText::outGroups(host::GroupWriter& writer) const {
     if (rotation_ != 0) writer.real(50, host::fileDegrees(rotation_));
     if (widthFactor_ != 1) writer.real(41, widthFactor_);
     if (oblique_ != 0) writer.real(51, host::fileDegrees(oblique_));
-    writer.recordName(7, style_);
+    if (namelessStyle_ && writer.isOriginal())
+        writer.text(7, std::string_view());
+    else
+        writer.recordName(7, style_);
     if (generation_ != 0) writer.integer(71, generation_);
     if (horizontal_ != AcDb::kTextLeft) writer.integer(72, horizontal_);
     if (!isDefaultAlignment() || alignmentFiled_) writer.point(11, alignment_.inPlane(normal_));

@@ -76,6 +76,7 @@ private:
     AcDb::TextHorzMode horizontal_ = AcDb::kTextLeft;
     AcDb::TextVertMode vertical_ = AcDb::kTextBase;
     int generation_ = 0;
+    bool namelessStyle_ = false;  // the file names its style with an empty text
     bool alignmentFiled_ = false; // files may hold an alignment point that the justification makes no use of
 };
 

@@ -2,7 +2,8 @@
 
 What the second must have of the first: every object with a handle, with all its groups; every
 header variable; every class. Left out are what a writer may put right: counts of table records,
-owners, groups that state a default, back references of blocks, second objects of one handle.
+owners, groups that state a default, back references of blocks, second objects of one handle,
+values that no drawing can have (radii below 0, knots that make no spline).
 """
 import re
 import sys
@@ -102,8 +103,22 @@ def meaning(name, groups):
     return groups
 
 
+def impossible(name, groups):
+    """The codes whose values a reader must put right, since no program could draw them."""
+    if name in ("CIRCLE", "ARC") and any(code == 40 and content < 0 for code, content in groups):
+        return {40}
+    if name == "SPLINE":
+        count = Counter(code for code, _ in groups)
+        degree = dict(groups).get(71, 3)
+        if count[10] and count[40] != count[10] + degree + 1:
+            return {40, 70, 72}
+    return set()
+
+
 def data(name, groups):
     kept, skipping = [], False
+    wrong = impossible(name, groups)
+    groups = [group for group in groups if group[0] not in wrong]
     for group in groups if name in RECORDS else meaning(name, groups):
         skipping = skipping or group == (102, "{BLKREFS")
         if not skipping and group not in DEFAULTS and group[0] not in (5, 105, 330, 67, 410):
@@ -143,6 +158,9 @@ def missing_objects(found, again):
         if name in FRAMES or any(g[0] == 2 and str(g[1]).upper() in SPACES for g in groups):
             continue
         wanted, key = data(name, groups), handle(name, groups)
+        lost = wanted
+        if not groups:
+            continue  # an object that holds nothing
         if name in ("ENDBLK", "SEQEND") and {code for code, _ in wanted} <= {8, 100}:
             continue  # end marks that tell nothing: of R12's spaces, of references without attributes
         if key and key not in seen and key in by_handle:
@@ -152,7 +170,7 @@ def missing_objects(found, again):
                 continue
         # No handle, or one that stands twice: the data must be there under another.
         if not any(not lacks(name, wanted, other) for other in by_name.get(name, [])):
-            yield f"{name} {key} {dict(wanted)}"
+            yield f"{name} {key} lacks {dict(lost)}"
 
 
 def compare(first, second):
