@@ -92,6 +92,9 @@ TEST_F(CustomObject, ComesToLifeAndGoesBackToSleepUnchanged) {
     deleteAcRxClass(Link::desc());
     EXPECT_EQ(link.open(id, AcDb::kForRead), Acad::eNotThatKindOfClass);
     EXPECT_EQ(rendering(database), asleep);
+    const auto& rows = database.fileClasses();
+    EXPECT_EQ(std::count_if(rows.begin(), rows.end(), [](auto& row) { return row.className == "Link"; }), 1)
+        << "files go on naming the class";
 }
 
 TEST_F(CustomObject, UndoReachesAcrossTheComingAndGoingOfTheClass) {
