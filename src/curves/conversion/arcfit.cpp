@@ -16,7 +16,6 @@ namespace {
 
 // Costs: what is wanted less outweighs any number of what is wanted more.
 using Cost = std::int64_t;
-constexpr Cost kMissedInflection = 1; // a joint where the curve changes sides is welcome but worth no arc
 constexpr Cost kArc = 10'000;
 constexpr Cost kUnproven = 1'000'000'000;
 constexpr Cost kBrokenJoint = 1'000'000'000'000;
@@ -43,11 +42,7 @@ class StretchFit {
 public:
     StretchFit(const std::vector<FitSample>& samples, size_t first, size_t last, double tolerance)
         : chain_(samples, first, last), nodes_(FindFitNodes(samples, first, last, tolerance)),
-          ways_(nodes_.size()), tolerance_(tolerance) {
-        inflections_.reserve(nodes_.size() + 1);
-        inflections_.push_back(0);
-        for (const FitNode& node : nodes_) inflections_.push_back(inflections_.back() + node.inflection);
-    }
+          ways_(nodes_.size()), tolerance_(tolerance) {}
 
     void run(std::vector<FitArc>& arcs) {
         ways_.front()[0].cost = 0;
@@ -92,10 +87,19 @@ private:
                 fits |= outcome.value_or(false);
             }
             if (tried) failures = fits ? 0 : failures + 1;
-            if (j - i > kWindow && j + 1 < nodes_.size())
-                j = std::min(j + (j - i) / kWider, nodes_.size() - 2);
+            // No piece goes across a change of sides: who sets up a machine or edits the arcs looks for a
+            // joint there.
+            if (nodes_[j].inflection) break;
+            if (j - i > kWindow && j + 1 < nodes_.size()) j = std::min(j + (j - i) / kWider, nextEnd(j) - 1);
         }
         stepAnyway(i, direction);
+    }
+
+    // The next node behind j that no step may go beyond.
+    size_t nextEnd(size_t j) const {
+        for (++j; j + 1 < nodes_.size() && !nodes_[j].inflection; ++j) {
+        }
+        return j;
     }
 
     // What is left where nothing stays within the tolerance: between samples too far apart to prove it, the
@@ -118,11 +122,10 @@ private:
     std::optional<bool> tryStep(size_t i, int from, size_t j, int to) {
         const Way& start = ways_[i][size_t(from)];
         const Way& best = ways_[j][size_t(to)];
-        const Cost missed = kMissedInflection * (inflections_[j] - inflections_[i + 1]);
-        if (start.cost + kArc + missed > best.cost) return std::nullopt;
+        if (start.cost + kArc > best.cost) return std::nullopt;
         const Biarc biarc = between(i, from, j, to);
         if (biarc.count == 0) return false;
-        const Cost cost = start.cost + biarc.count * kArc + missed;
+        const Cost cost = start.cost + biarc.count * kArc;
         const bool tie = cost == best.cost;
         if (cost > best.cost || (tie && start.level >= best.level)) return std::nullopt;
         const double limit = tie ? tolerance_ * (best.level - 1) / kLevels : tolerance_;
@@ -159,7 +162,6 @@ private:
     FitChain chain_;
     std::vector<FitNode> nodes_;
     std::vector<std::array<Way, 4>> ways_;
-    std::vector<int> inflections_; // before each node
     double tolerance_;
 };
 

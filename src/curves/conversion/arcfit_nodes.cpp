@@ -39,9 +39,6 @@ struct Stretch {
             std::atan2(at(i).tangent.x * at(i + 1).tangent.y - at(i).tangent.y * at(i + 1).tangent.x,
                        at(i).tangent.dotProduct(at(i + 1).tangent)));
     }
-    bool inflectsAt(size_t i) const {
-        return i > 0 && i + 1 < count && at(i).curvature * at(i - 1).curvature < 0;
-    }
     // Change of the curvature with the way, from the neighbours on the same side of every jump.
     double curvatureRate(size_t i) const {
         if (i == 0 || i + 1 >= count || doubled(i - 1) || doubled(i)) return 0;
@@ -49,6 +46,41 @@ struct Stretch {
         return way > 0 ? (at(i + 1).curvature - at(i - 1).curvature) / way : 0;
     }
 };
+
+// Samples that bend to one side.
+struct Bend {
+    size_t first, last;
+    int side;     // 1 left, -1 right
+    double turn;  // radians
+    double depth; // how far it keeps from its chord, about
+};
+std::vector<Bend> bendsOf(const Stretch& stretch) {
+    std::vector<Bend> bends;
+    for (size_t i = 0; i < stretch.count; ++i) {
+        const double k = stretch.at(i).curvature;
+        const int side = k > 0 ? 1 : k < 0 ? -1 : 0;
+        if (side == 0) continue;
+        if (bends.empty() || bends.back().side != side) bends.push_back({i, i, side, 0, 0});
+        Bend& bend = bends.back();
+        if (i > bend.first)
+            bend.turn += std::abs(k) * (stretch.at(i).distance - stretch.at(bend.last).distance);
+        bend.last = i;
+        bend.depth = bend.turn * (stretch.at(i).distance - stretch.at(bend.first).distance) / 8;
+    }
+    return bends;
+}
+
+// The samples where the curve changes sides. What bends less than a part of the tolerance is the noise of
+// straight runs and no side.
+std::vector<bool> inflectionsOf(const Stretch& stretch, double tolerance) {
+    constexpr double kNoise = 0.05; // of the tolerance
+    std::vector<Bend> bends = bendsOf(stretch);
+    std::erase_if(bends, [&](const Bend& bend) { return bend.depth < kNoise * tolerance; });
+    std::vector<bool> inflects(stretch.count, false);
+    for (size_t b = 1; b < bends.size(); ++b)
+        if (bends[b].side != bends[b - 1].side) inflects[(bends[b - 1].last + bends[b].first + 1) / 2] = true;
+    return inflects;
+}
 
 void addSwing(FitNode& node, double rate, double tolerance) {
     if (rate == 0) return;
@@ -60,11 +92,11 @@ void addSwing(FitNode& node, double rate, double tolerance) {
     node.directionCount = int(kSwings.size());
 }
 
-FitNode nodeAt(const Stretch& stretch, size_t i, double tolerance) {
+FitNode nodeAt(const Stretch& stretch, size_t i, bool inflects, double tolerance) {
     FitNode node;
     node.arriving = node.leaving = i;
     node.directions[0] = stretch.at(i).tangent;
-    node.inflection = stretch.inflectsAt(i);
+    node.inflection = inflects;
     if (i > 0 && i + 1 < stretch.count) addSwing(node, stretch.curvatureRate(i), tolerance);
     return node;
 }
@@ -105,6 +137,7 @@ std::vector<FitNode> FindFitNodes(const std::vector<FitSample>& samples, size_t 
                                   double tolerance) {
     const Stretch stretch{samples.data() + first, last - first + 1};
     const double length = samples[last].distance - samples[first].distance;
+    const std::vector<bool> inflects = inflectionsOf(stretch, tolerance);
     std::vector<FitNode> nodes;
     double due = 1; // nodes that should have come since the last one
     for (size_t i = 0; i < stretch.count; ++i) {
@@ -118,8 +151,8 @@ std::vector<FitNode> FindFitNodes(const std::vector<FitSample>& samples, size_t 
         }
         if (i + 1 < stretch.count && i > 0 && stretch.doubled(i)) {
             nodes.push_back(nodeAtPair(stretch, i++));
-        } else if (i == 0 || i + 1 == stretch.count || due >= 1 || stretch.inflectsAt(i)) {
-            nodes.push_back(nodeAt(stretch, i, tolerance));
+        } else if (i == 0 || i + 1 == stretch.count || due >= 1 || inflects[i]) {
+            nodes.push_back(nodeAt(stretch, i, inflects[i], tolerance));
         } else {
             continue;
         }

@@ -13,7 +13,7 @@ struct FitNode {
     size_t arriving = 0, leaving = 0;
     std::array<AcGeVector2d, 4> directions; // unit; those that the pieces may have here
     int directionCount = 1;
-    bool inflection = false; // a welcome joint
+    bool inflection = false; // the curve changes sides: no arc goes across
     bool corner = false;     // a gentle one: pieces may also arrive in one direction and leave in another
 };
 

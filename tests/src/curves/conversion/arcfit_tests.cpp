@@ -96,8 +96,9 @@ size_t fewestArcs(const std::vector<FitSample>& samples, double tolerance) {
     const std::vector<FitNode> nodes = corvane::FindFitNodes(samples, 0, samples.size() - 1, tolerance);
     std::vector<std::array<size_t, 4>> cost(nodes.size(), {100000, 100000, 100000, 100000});
     cost[0].fill(0);
-    for (size_t i = 0; i < nodes.size(); ++i)
-        for (size_t j = i + 1; j < nodes.size(); ++j)
+    for (size_t i = 0; i < nodes.size(); ++i) {
+        bool across = false; // of a change of sides
+        for (size_t j = i + 1; j < nodes.size() && !across; across = nodes[j++].inflection)
             for (int a = 0; a < nodes[i].directionCount; ++a)
                 for (int b = 0; b < nodes[j].directionCount; ++b) {
                     const Biarc biarc =
@@ -108,6 +109,7 @@ size_t fewestArcs(const std::vector<FitSample>& samples, double tolerance) {
                         fitsPlainly(samples, nodes[i].leaving, nodes[j].arriving, biarc, tolerance))
                         cost[j][size_t(b)] = sum;
                 }
+    }
     return cost.back()[0];
 }
 
@@ -140,18 +142,19 @@ TEST(ArcFit, KeepsTheCurvesDirectionAtItsEnds) {
     }
 }
 
-// 290 pairs of arcs by the greedy fit; the theory of evenly swinging arcs promises three quarters of that.
-TEST(ArcFit, NeedsAQuarterFewerArcsThanAFitWithoutAPlan) {
+// 290 arcs by the greedy fit; the theory of evenly swinging arcs promises three quarters of that, and the
+// joints at the changes of sides take some back.
+TEST(ArcFit, NeedsFarFewerArcsThanAFitWithoutAPlan) {
     for (const FitCurve& curve : support::fitCurves()) {
         const auto samples = support::samplesOf(curve, 2500);
         const size_t planned = FitArcs(samples, curve.tolerance).size();
         const size_t greedy = support::greedyArcs(samples, curve.tolerance).size();
         EXPECT_LE(planned, greedy) << curve.name;
         if (greedy > 40) {
-            EXPECT_LE(double(planned), 0.78 * double(greedy)) << curve.name;
+            EXPECT_LE(double(planned), 0.85 * double(greedy)) << curve.name;
         }
     }
-    EXPECT_LE(FitArcs(support::samplesOf(support::fitCurves()[0], 12000), 0.01).size(), 215u);
+    EXPECT_LE(FitArcs(support::samplesOf(support::fitCurves()[0], 12000), 0.01).size(), 235u);
 }
 
 TEST(ArcFit, FindsAsFewArcsAsThePlainSearch) {
@@ -162,6 +165,22 @@ TEST(ArcFit, FindsAsFewArcsAsThePlainSearch) {
         const auto samples = support::samplesOf(curve, 180);
         const size_t arcs = FitArcs(samples, tolerance).size();
         EXPECT_EQ(fewestArcs(samples, tolerance), arcs) << curve.name;
+    }
+}
+
+TEST(ArcFit, AJointStandsWhereTheCurveChangesSides) {
+    // Of the s-curve in its middle; of the wave wherever its second derivative passes zero.
+    for (const FitCurve& curve : support::fitCurves()) {
+        const auto samples = support::samplesOf(curve, 3000);
+        const std::vector<FitArc> arcs = FitArcs(samples, curve.tolerance);
+        for (size_t i = 1; i < samples.size(); ++i) {
+            const FitSample &a = samples[i - 1], &b = samples[i];
+            if (!(a.curvature * b.curvature < 0) || b.distance - a.distance <= 0) continue;
+            double nearest = 1e300;
+            for (const FitArc& arc : arcs)
+                nearest = std::min({nearest, arc.start.distanceTo(a.point), arc.start.distanceTo(b.point)});
+            EXPECT_LE(nearest, 1e-9) << curve.name << " " << i;
+        }
     }
 }
 
