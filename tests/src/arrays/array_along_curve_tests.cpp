@@ -72,27 +72,31 @@ TEST(ArrayAlongCurve, RingsBeginAtTheirRayAndRunAsAsked) {
         bool clockwise;
         const wchar_t *ray, *direction;
         AcGePoint3d first, second; // of four
+        AcGeVector3d travel;       // at the first
         int kept;
     } rows[] = {
-        {false, L"0,30", L"CCW", {5, 10, 0}, {0, 5, 0}, 1},
-        {false, L"0,30", L"CW", {5, 10, 0}, {10, 5, 0}, -1},
-        {true, L"0,30", L"CW", {5, 10, 0}, {10, 5, 0}, 1},
-        {true, L"0,30", L"CCW", {5, 10, 0}, {0, 5, 0}, -1},
-        {true, L"0,30", L"", {5, 10, 0}, {10, 5, 0}, 1}, // Enter goes with the curve, whatever is offered
-        {false, L"", L"", {10, 5, 0}, {5, 10, 0}, 1},
+        {false, L"5,30", L"CCW", {5, 10, 0}, {0, 5, 0}, {-1, 0, 0}, 1},
+        {false, L"5,30", L"CW", {5, 10, 0}, {10, 5, 0}, {1, 0, 0}, -1},
+        {true, L"5,30", L"CW", {5, 10, 0}, {10, 5, 0}, {1, 0, 0}, 1},
+        {true, L"5,30", L"CCW", {5, 10, 0}, {0, 5, 0}, {-1, 0, 0}, -1},
+        // Enter goes with the curve, whatever is offered.
+        {true, L"5,30", L"", {5, 10, 0}, {10, 5, 0}, {1, 0, 0}, 1},
+        {false, L"", L"", {10, 5, 0}, {5, 10, 0}, {0, 1, 0}, 1},
     };
     for (const auto& row : rows) {
         ArrayDrawing drawing;
         std::vector<AcGePoint2d> square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
         if (row.clockwise) std::reverse(square.begin(), square.end());
         const AcDbObjectId path = drawing.addPolyline(square, true);
-        // The ray of the first rows goes straight up from the middle.
-        const std::wstring ray = *row.ray ? L"5,30" : L"";
-        runArray(drawing, path, drawing.addCircle({90, 90, 0}, 1), ray + L"\n" + row.direction + L"\n1090=4");
+        runArray(drawing, path, drawing.addLine({89, 90, 0}, {91, 90, 0}),
+                 std::wstring(row.ray) + L"\n" + row.direction + L"\n1090=4");
         const auto stand = middlesOf(drawing.array());
         ASSERT_EQ(4u, stand.size());
         expectAt(row.first, stand[0], host::utf8(row.direction));
         expectAt(row.second, stand[1], host::utf8(row.direction));
+        const auto lines = contentsOf<AcDbLine>(drawing.array());
+        ASSERT_EQ(4u, lines.size());
+        expectAt(stand[0] + row.travel, lines[0]->endPoint(), "copies look where the array runs");
         EXPECT_EQ(row.kept, recordOf(drawing.array()).params.start.direction);
         EXPECT_NEAR(*row.ray ? kPi / 2 : 0, recordOf(drawing.array()).params.start.ray, 1e-9);
     }
@@ -178,6 +182,26 @@ TEST(ArrayAlongCurve, TwistsGrowFromStartToEnd) {
     ASSERT_EQ(3u, posts.size());
     // On an upright path the X axis stands for no twist.
     for (size_t i = 0; i < 3; ++i) EXPECT_NEAR((30 + 30 * double(i)) * kPi / 180, posts[i]->rotation(), 1e-9);
+}
+
+TEST(ArrayAlongCurve, PathsThatRememberADirectionPutItFirst) {
+    ArrayDrawing drawing;
+    const AcDbObjectId path = drawing.addLine({0, 0, 0}, {30, 0, 0});
+    const AcDbObjectId post =
+        drawing.addBlock(L"POST", new AcDbLine(AcGePoint3d(), AcGePoint3d(1, 0, 0)), {});
+    for (const bool remembers : {false, true}) {
+        if (remembers) {
+            acdbRegApp(RegisteredAppNames::kWorldDirection);
+            AcDbObjectPointer<AcDbEntity> entity(path, AcDb::kForWrite);
+            ASSERT_EQ(Acad::eOk, RememberDirection(*entity, {7, 0, 2}));
+        }
+        runArray(drawing, path, post, L"\n1090=2\n1086=on");
+        const auto posts = contentsOf<AcDbBlockReference>(drawing.arrays().back());
+        ASSERT_EQ(2u, posts.size());
+        const AcGeVector3d x = posts[0]->blockTransform() * AcGeVector3d::kXAxis;
+        const AcGeVector3d expected = remembers ? AcGeVector3d::kZAxis : AcGeVector3d::kYAxis;
+        EXPECT_NEAR(0, (x - expected).length(), 1e-9) << remembers;
+    }
 }
 
 TEST(ArrayAlongCurve, ObjectsWithoutAPlaneStayUpright) {
