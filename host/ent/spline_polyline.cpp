@@ -103,8 +103,7 @@ Acad::ErrorStatus AcDbSpline::toPolyline(AcDbCurve*& polyline, Adesk::Boolean us
     return polyline = made.release(), Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbSpline::toPolyline(AcDbCurve*& polyline, int precision,
-                                         Adesk::Boolean useArcs) const {
+Acad::ErrorStatus AcDbSpline::toPolyline(AcDbCurve*& polyline, int precision, Adesk::Boolean useArcs) const {
     if (precision < 0 || precision > 99) return Acad::eInvalidInput;
     auto made = polylineOf(*this, precision, useArcs, true);
     if (!made) return Acad::eDegenerateGeometry;

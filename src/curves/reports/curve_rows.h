@@ -8,9 +8,9 @@ namespace corvane {
 TableColumns VertexColumns();
 
 // The points that a curve is told by: vertices of polylines; fit points of splines, or control points where
-// there are no fit points; the ends of other open curves; the grips of other closed ones. With `lowerLeft` the
-// numbering begins at the end of an open curve, or at the vertex of a closed one, that lies nearest the lower
-// left corner of the curve's box.
+// there are no fit points; the ends of other open curves; the grips of other closed ones. With `lowerLeft`
+// the numbering begins at the end of an open curve, or at the vertex of a closed one, that lies nearest the
+// lower left corner of the curve's box.
 std::vector<AcGePoint3d> ReportPoints(const AcDbCurve& curve, bool lowerLeft);
 
 // Appends to `rows` a row a point and a closing row with length and area. `index` numbers the curve, from 1.

@@ -83,7 +83,7 @@ TEST(Prompt, CompletesCancelsRemembersAndEnds) {
         Terminal terminal(place.command("run - --lang en"));
         ASSERT_TRUE(terminal.sees("Command: ")) << terminal.shown();
         terminal.type("circ\t\r");
-        ASSERT_TRUE(terminal.sees("Specify center point for circle: ")) << terminal.shown();
+        ASSERT_TRUE(terminal.sees("Specify center point for circle or [3P/2P]: ")) << terminal.shown();
         terminal.type("0,0\r");
         ASSERT_TRUE(terminal.sees("or [Diameter]: "));
         terminal.type("di\t\r");

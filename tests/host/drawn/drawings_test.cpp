@@ -13,6 +13,7 @@
 #include "host/db/kept.h"
 #include "host/dxf/dxf.h"
 #include "host/ent/hatch.h"
+#include "host/ent/line.h"
 #include "host/ent/register.h"
 #include "host/ent/text.h"
 #include "host/view/collector.h"
@@ -47,9 +48,11 @@ void eachEntity(AcDbDatabase& drawing, const std::function<void(const AcDbEntity
         if (const auto* entity = AcDbEntity::cast(cell.object); entity && !entity->isErased()) visit(*entity);
 }
 
-// Letters and what blocks hold are measured in other ways.
+// Letters and what blocks hold are measured in other ways, points without the figure that PDMODE draws for
+// them.
 bool isMeasuredAsDrawn(const AcDbEntity& entity) {
-    return entity.referencedBlock().isNull() && !AcDbText::cast(&entity) && !AcDbMText::cast(&entity);
+    return entity.referencedBlock().isNull() && !AcDbText::cast(&entity) && !AcDbMText::cast(&entity) &&
+           !AcDbPoint::cast(&entity);
 }
 
 // Widths reach beyond the line that is measured.

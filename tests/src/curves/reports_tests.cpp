@@ -67,6 +67,7 @@ size_t countOf(const Drawing& drawing, const AcRxClass* kind) {
 } // namespace
 
 TEST(TableFile, IsWrittenInItsOwnCharacterSetWithReferencesForTheRest) {
+    const Drawing drawing; // sets the language
     constexpr TableColumn columns[] = {{L"序号", 30}, {L"图块名", 70}};
     TableFile table(L"/folder/报表.html", L"交点坐标", columns);
     table.Add(TableRow(columns).Number(1).Text(L"<Ağaç> & 树"));
