@@ -5,36 +5,16 @@
 #include <array>
 
 #include "core/dialog.h"
+#include "core/graph_ink.h"
 
 namespace corvane {
 namespace {
 
-constexpr int kHandleRadius = 5;
 constexpr COLORREF kWhite = RGB(255, 255, 255), kCurveInk = RGB(40, 70, 120), kHandleInk = RGB(60, 60, 60);
 constexpr double kGridShade = 0.92;
 
 COLORREF shaded(COLORREF color, double share) {
     return RGB(int(GetRValue(color) * share), int(GetGValue(color) * share), int(GetBValue(color) * share));
-}
-
-// Selects a pen for the time of its scope.
-class Inked {
-public:
-    Inked(CDC& dc, int width, COLORREF color, int style = PS_SOLID)
-        : dc_(dc), pen_(style, width, color), before_(dc.SelectObject(&pen_)) {}
-    ~Inked() { dc_.SelectObject(before_); }
-    Inked(const Inked&) = delete;
-    Inked& operator=(const Inked&) = delete;
-
-private:
-    CDC& dc_;
-    CPen pen_;
-    CPen* before_;
-};
-
-void stroke(CDC& dc, GraphPixel from, GraphPixel to) {
-    dc.MoveTo(from.x, from.y);
-    dc.LineTo(to.x, to.y);
 }
 
 } // namespace
@@ -164,7 +144,7 @@ void CVariationGraph::OnPaint() {
 
 void CVariationGraph::paintGrid(CDC& dc, const GraphPlot& area) const {
     const auto line = [&](double t0, double p0, double t1, double p1) {
-        stroke(dc, area.toPixel({t0, p0}), area.toPixel({t1, p1}));
+        Stroke(dc, area.toPixel({t0, p0}), area.toPixel({t1, p1}));
     };
     {
         const Inked thin(dc, 1, shaded(background_, kGridShade));
@@ -192,20 +172,17 @@ void CVariationGraph::paintHandles(CDC& dc, const GraphPlot& area) const {
     const std::vector<GraphHandle> handles = GraphHandles(curve_);
     const auto at = [&](size_t i) { return area.toPixel(handles[i].at); };
     if (curve_.kind == kBezier) {
-        stroke(dc, at(0), at(2));
-        stroke(dc, at(1), at(3));
+        Stroke(dc, at(0), at(2));
+        Stroke(dc, at(1), at(3));
     }
     if (curve_.kind == kSine) { // where the first wave ends
         const Inked mark(dc, 1, kHandleInk, PS_DOT);
-        stroke(dc, at(1), area.toPixel({handles[1].at.t, 0}));
+        Stroke(dc, at(1), area.toPixel({handles[1].at.t, 0}));
     }
     CBrush white(kWhite);
     CBrush* before = dc.SelectObject(&white);
-    for (size_t i = handles.size(); i-- > 0;) { // the one that clicks try first lies on top
-        const GraphPixel c = at(i);
-        dc.Ellipse(c.x - kHandleRadius, c.y - kHandleRadius, c.x + kHandleRadius + 1,
-                   c.y + kHandleRadius + 1);
-    }
+    for (size_t i = handles.size(); i-- > 0;) // the one that clicks try first lies on top
+        DrawHandleDisc(dc, at(i));
     dc.SelectObject(before);
 }
 

@@ -7,27 +7,18 @@
 namespace corvane {
 namespace {
 
-constexpr int kInset = 16, kReach = 8;
+constexpr int kReach = 8;
 constexpr double kApart = 0.02, kLowest = 1;
-
-int nearest(double value) { return int(std::floor(value + 0.5)); }
 
 } // namespace
 
-GraphPlot::GraphPlot(int clientWidth, int clientHeight)
-    : left_(kInset), top_(kInset), width_(std::max(0, clientWidth - 2 * kInset)),
-      height_(std::max(0, clientHeight - 2 * kInset)) {}
-
 GraphPixel GraphPlot::toPixel(GraphValue value) const {
-    const double share = ClampNumber(value.percent, 0.0, kGraphTop) / kGraphTop;
-    return {nearest(left_ + ClampNumber(value.t, 0.0, 1.0) * width_), nearest(bottom() - share * height_)};
+    return plot_.toPixel({value.t, value.percent / kGraphTop});
 }
 
 GraphValue GraphPlot::toValue(GraphPixel pixel) const {
-    const int across = std::clamp(pixel.x, left_, right()) - left_;
-    const int up = bottom() - std::clamp(pixel.y, top_, bottom());
-    return {double(across) / std::max(1, width_),
-            std::clamp(double(up) / std::max(1, height_) * kGraphTop, kLowest, kGraphTop)};
+    const PlotShare share = plot_.toShare(pixel);
+    return {share.t, std::clamp(share.value * kGraphTop, kLowest, kGraphTop)};
 }
 
 std::vector<GraphHandle> GraphHandles(const VariationCurve& c) {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "arrays/variation/variation.h"
+#include "core/unit_plot.h"
 
 namespace corvane {
 
@@ -11,10 +12,7 @@ namespace corvane {
 inline constexpr double kGraphTop = 300;
 inline constexpr int kCurvePoints = 121;
 
-struct GraphPixel {
-    int x = 0, y = 0;
-    bool operator==(const GraphPixel&) const = default;
-};
+using GraphPixel = PlotPixel;
 // A position on the path, 0..1, and a value in percent.
 struct GraphValue {
     double t = 0, percent = 0;
@@ -23,20 +21,20 @@ struct GraphValue {
 // The plot area within a client area of that size, in pixels from its upper left corner.
 class GraphPlot {
 public:
-    GraphPlot(int clientWidth, int clientHeight);
+    GraphPlot(int clientWidth, int clientHeight) : plot_(clientWidth, clientHeight) {}
     // The nearest pixel; percents count as within 0..300.
     GraphPixel toPixel(GraphValue value) const;
     // The value under the pixel, moved into the plot area first; percents from 1 to 300. An area without
     // width gives t = 0.
     GraphValue toValue(GraphPixel pixel) const;
 
-    int left() const { return left_; }
-    int top() const { return top_; }
-    int right() const { return left_ + width_; }
-    int bottom() const { return top_ + height_; }
+    int left() const { return plot_.left(); }
+    int top() const { return plot_.top(); }
+    int right() const { return plot_.right(); }
+    int bottom() const { return plot_.bottom(); }
 
 private:
-    int left_, top_, width_, height_;
+    UnitPlot plot_;
 };
 
 // The numbers of handles, as the drag rules know them.

@@ -5,28 +5,20 @@
 #include <cmath>
 #include <numbers>
 
+#include "core/unit_cubic.h"
+
 namespace corvane {
 namespace {
 
 double factorOf(double percent) { return ClampNumber(percent / 100, 0.01, 100); }
 double periodOf(double percent) { return ClampNumber(percent / 100, 0.05, 1); }
 
-double cubic(double s, double p0, double p1, double p2, double p3) {
-    const double r = 1 - s;
-    return r * r * r * p0 + 3 * r * r * s * p1 + 3 * r * s * s * p2 + s * s * s * p3;
-}
-
-// The Bézier parameter at which the abscissa is t. A fixed number of halvings, since arrays that were stored
-// must be rebuilt with the same numbers.
+// Arrays that were stored must be rebuilt with the same numbers.
 double parameterAt(double t, double x1, double x2) {
     constexpr double kThird = 1.0 / 3, kEven = 1e-9;
+    constexpr int kHalvings = 14;
     if (std::abs(x1 - kThird) <= kEven && std::abs(x2 - 2 * kThird) <= kEven) return t;
-    double low = 0, high = 1;
-    for (int round = 0; round < 14; ++round) {
-        const double middle = (low + high) / 2;
-        (t > cubic(middle, 0, x1, x2, 1) ? low : high) = middle;
-    }
-    return (low + high) / 2;
+    return UnitCubicParameter(t, x1, x2, kHalvings);
 }
 
 } // namespace
@@ -44,8 +36,8 @@ double EvalVariation(int kind, double t, double start, double end, double c1, do
     }
     case kEase: return a + (b - a) * (3 - 2 * t) * t * t;
     default:
-        return cubic(parameterAt(t, ClampNumber(t1, 0, 1), ClampNumber(t2, 0, 1)), a, factorOf(c1),
-                     factorOf(c2), b);
+        return UnitCubic(parameterAt(t, ClampNumber(t1, 0, 1), ClampNumber(t2, 0, 1)), a, factorOf(c1),
+                         factorOf(c2), b);
     }
 }
 
