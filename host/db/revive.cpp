@@ -98,7 +98,9 @@ void rememberClass(AcDbDatabase& database, const AcRxClass* cls) {
                     cls->isDerivedFrom(AcDbEntity::desc())});
 }
 
-void retireHeld(std::unique_ptr<AcDbObject>& held) {
+// The same for what the undo log holds. Earlier states stay data, which objects of either form can take;
+// whole objects that are absent just now change their form, too.
+void exchangeHeld(std::unique_ptr<AcDbObject>& held) {
     if (const auto* filed = dynamic_cast<const FiledData*>(held.get())) {
         if (!isRemoved(filed->cls)) return;
         auto object = fresh(filed->cls);
@@ -109,6 +111,11 @@ void retireHeld(std::unique_ptr<AcDbObject>& held) {
         auto kept = keptForm(*held, held->isA());
         ObjectAccess::exchangeAbsent(*held, *kept);
         held = std::move(kept);
+    } else if (held && !held->objectId().isNull() && !held->isA()->isCustom()) {
+        auto object = living(*held);
+        if (!object) return;
+        ObjectAccess::exchangeAbsent(*held, *object);
+        held = std::move(object);
     }
 }
 
@@ -119,7 +126,7 @@ void takeFields(AcDbObject& object, const AcDbObject& from) {
 }
 
 void reviveKeptObjects(AcDbDatabase& database) {
-    database.undoLog().forEachHeld(retireHeld);
+    database.undoLog().forEachHeld(exchangeHeld);
     // Reading groups may make cells, which join at the end.
     for (size_t i = 0; i < database.cells().size(); ++i) {
         AcDbObject* object = database.cells()[i].object;

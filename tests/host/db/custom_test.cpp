@@ -137,6 +137,15 @@ TEST_F(CustomObject, UndoReachesAcrossTheComingAndGoingOfTheClass) {
     AcDbObjectPointer<Link> link(made, AcDb::kForRead);
     ASSERT_EQ(link.openStatus(), Acad::eOk);
     EXPECT_EQ(link->weight, 9);
+    link.close();
+    // Taken away by undo while the class went and came back.
+    database.undoLog().undo(2);
+    deleteAcRxClass(Link::desc());
+    Link::rxInit();
+    acrxBuildClassHierarchy();
+    database.undoLog().redo(2);
+    ASSERT_EQ(link.open(made, AcDb::kForRead), Acad::eOk);
+    EXPECT_EQ(link->weight, 9);
 }
 
 TEST_F(CustomObject, CopiesThroughItsFiler) {
