@@ -13,6 +13,9 @@ class Association::CurveReactor : public AcDbObjectReactor {
 public:
     explicit CurveReactor(Association& association) : association_(association) {}
     void modified(const AcDbObject* curve) override { association_.CurveChangedHere(curve); }
+    // A curve that undo takes out of the drawing can't be found any more when the module goes, and may come
+    // back after that. Its persistent reactor comes back with it.
+    void unappended(const AcDbObject* curve) override { curve->removeReactor(this); }
 
 private:
     Association& association_;

@@ -102,6 +102,15 @@ private:
     resbuf* last_ = nullptr;
 };
 
+// In the drawing's own table, which need not be that of the current drawing.
+bool isRegistered(AcDbDatabase* database) {
+    AcDbRegAppTable* table = nullptr;
+    if (!database || database->getRegAppTable(table, AcDb::kForRead) != Acad::eOk) return false;
+    const bool has = table->has(RegisteredAppNames::kBlend);
+    table->close();
+    return has;
+}
+
 std::wstring handleText(AcDbObjectId id, bool present) {
     return present && !id.isNull() ? id.handle().ascii() : std::wstring();
 }
@@ -148,7 +157,8 @@ Acad::ErrorStatus WriteBlend(AcDbObjectId reference, const BlendRecord& record) 
     chain.text(kText, record.curve2.handle().ascii());
     chain.text(kText, handleText(record.guide1, record.hasGuide1));
     chain.text(kText, handleText(record.guide2, record.hasGuide2));
-    if (acdbRegApp(RegisteredAppNames::kBlend) == RTERROR) return Acad::eRegappIdNotFound;
+    if (!isRegistered(reference.database()) && acdbRegApp(RegisteredAppNames::kBlend) == RTERROR)
+        return Acad::eRegappIdNotFound;
     AcDbObjectPointer<AcDbObject> opened(reference, AcDb::kForWrite);
     return opened ? opened->setXData(chain.get()) : opened.openStatus();
 }

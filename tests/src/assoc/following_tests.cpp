@@ -197,13 +197,15 @@ TEST(FollowingBlend, SeveralDrawingsKeepTheirOwnLists) {
 
 TEST(FollowingBlend, ADrawingThatIsNotCurrentIsWorkedOffAsWell) {
     BlendDrawing drawing;
+    const std::string empty = drawing.bytes();
     const AcDbObjectId blend = drawing.blendTwoLines(L"1");
-    const Reopened other(drawing.bytes());
+    const Reopened other(empty);
     ASSERT_EQ(other.document(), acDocManagerPtr()->curDocument());
+    const std::string before = host::drawingBytes(other.database());
     AcDbObjectPointer<AcDbLine>(drawing.first, AcDb::kForWrite)->setStartPoint({0, -40, 0});
-    drawing.run(L"REGEN\n");
     drawing.run(L"SETVAR\nORTHOMODE\n0\n");
     EXPECT_NEAR(-5, copiesOf(blend)[0].front().y, 1e-9);
+    EXPECT_TRUE(before == host::drawingBytes(other.database())) << "and leaves the current one alone";
 }
 
 TEST(FollowingBlend, WithoutItsIndexTheBlocksAreSearched) {
@@ -224,6 +226,18 @@ TEST(FollowingBlend, WithoutItsIndexTheBlocksAreSearched) {
     expectHalfWay(second.blend(), second.same(drawing.first), second.same(drawing.second), "found");
     EXPECT_THAT(kIndex.Blocks(second.same(drawing.first)), testing::ElementsAre(second.blend()))
         << "and indexed anew";
+}
+
+TEST(FollowingBlend, ACurveThatUndoTookAwayComesBackFreeOfTheModule) {
+    BlendDrawing drawing;
+    drawing.run(L"LINE\n0,30\n60,30\n\nLINE\n0,0\n60,0\n\nPLBLENDS\n10,0\n10,30\n\n1\n0\nU\nU\n");
+    UnloadBlends();
+    drawing.run(L"REDO\n");
+    const AcDbObjectId line = drawing.entities().back();
+    EXPECT_TRUE(AcDbObjectPointer<AcDbObject>(line, AcDb::kForRead)->transientReactors().empty());
+    LoadBlends();
+    drawing.run(L"REDO\n_MOVE " + picked(line) + L"\n\n0,0 0,10\n");
+    EXPECT_NEAR(20, copiesOf(drawing.blend())[0].front().y, 1e-9);
 }
 
 TEST(FollowingBlend, WithoutTheModuleDrawingsKeepWhatTheyHave) {
