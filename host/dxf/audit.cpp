@@ -6,7 +6,9 @@
 #include <cmath>
 
 #include "host/dxf/audit_walk.h"
+#include "host/dxf/counts.h"
 #include "host/dxf/tables.h"
+#include "host/dxf/values.h"
 #include "host/os/text.h"
 
 namespace host::dxf {
@@ -20,53 +22,30 @@ bool mustLead(int code) {
     return (code >= 340 && code <= 369) || (code >= 390 && code <= 399) || code == 480 || code == 481;
 }
 
-// Counts in objects, and the groups that they count.
-struct CountRow {
-    std::string_view marker;
-    int code, counted;
-};
-constexpr CountRow kCounts[] = {{"AcDbPolyline", 90, 10}, {"AcDbSpline", 72, 40}, {"AcDbSpline", 73, 10},
-                                {"AcDbSpline", 74, 11},   {"AcDbLeader", 76, 10}, {"AcDbMline", 72, 11}};
-
-// Reals that must be above 0.
-struct PositiveRow {
-    std::string_view marker;
-    int code;
-    const char* what;
-};
-constexpr PositiveRow kPositive[] = {{"AcDbCircle", 40, "the radius"},
-                                     {"AcDbText", 40, "the text height"},
-                                     {"AcDbMText", 40, "the text height"},
-                                     {"AcDbEllipse", 40, "the ratio of the axes"}};
-
 // Looks over the groups of one object.
 class Looker final : public GroupWriter {
 public:
     Looker(const AcDbObject& object, AuditWalk& walk) : object_(object), walk_(walk) {
         database = object.database();
-        version = AcDb::kDHL_1032;
-        finishMarker();
+        version = std::max(database->originalFileVersion(), kFirstWithMarkers);
     }
     void write(const Group& group) override {
+        Group value = group;
+        if (const char* fault = values_.fault(value)) walk_.find("bad-value", object_, fault);
         if (group.code == 100) {
             finishMarker();
-            marker_ = group.text;
-            return;
+            return counts_.begin(group.text);
         }
         if (group.type == GroupType::handle && group.handle() && mustLead(group.code)) checkHandle(group);
         if (group.type == GroupType::real) checkReal(group);
-        for (size_t i = 0; i < std::size(kCounts); ++i) count(i, group);
+        counts_.take(group);
         if (group.code == 1001) checkApplication(group);
     }
     void finishMarker() {
-        for (size_t i = 0; i < std::size(kCounts); ++i)
-            if (stated_[i] >= 0 && stated_[i] != counted_[i])
-                walk_.find("wrong-count", object_,
-                           "group " + std::to_string(kCounts[i].code) + " of " +
-                               std::string(kCounts[i].marker) + " says " + std::to_string(stated_[i]) +
-                               ", there are " + std::to_string(counted_[i]));
-        std::fill(std::begin(stated_), std::end(stated_), -1);
-        std::fill(std::begin(counted_), std::end(counted_), 0);
+        counts_.mismatches([&](const CountRow& row, std::int64_t stated, std::int64_t counted) {
+            walk_.find("wrong-count", object_, sentenceFor(row, stated, counted));
+        });
+        counts_.begin({});
     }
 
 private:
@@ -78,18 +57,8 @@ private:
                        ", where no object is");
     }
     void checkReal(const Group& group) {
-        if (!std::isfinite(group.real)) {
+        if (!std::isfinite(group.real))
             walk_.find("non-finite", object_, "group " + std::to_string(group.code) + " is no finite number");
-            return;
-        }
-        for (const PositiveRow& row : kPositive)
-            if (row.code == group.code && row.marker == marker_ && group.real <= 0)
-                walk_.find("bad-value", object_, std::string(row.what) + " is not above 0");
-    }
-    void count(size_t row, const Group& group) {
-        if (kCounts[row].marker != marker_) return;
-        if (group.code == kCounts[row].code && stated_[row] < 0) stated_[row] = group.integer;
-        if (group.code == kCounts[row].counted) ++counted_[row];
     }
     void checkApplication(const Group& group) {
         if (!object_.database()->find(AcDbRegAppTable::desc(), group.wide()).isNull()) return;
@@ -99,9 +68,8 @@ private:
 
     const AcDbObject& object_;
     AuditWalk& walk_;
-    std::string marker_;
-    std::int64_t stated_[std::size(kCounts)] = {}; // -1: says nothing
-    std::int64_t counted_[std::size(kCounts)] = {};
+    CountKeeper counts_;
+    ValueKeeper values_;
 };
 
 } // namespace

@@ -14,6 +14,7 @@ struct AuditFinding {
     //   broken-owner       the owner is missing, or doesn't list the object
     //   missing-layer      an entity stands on no layer
     //   duplicate-name     two records of a table, or entries of a dictionary, have one name
+    //   bad-name           a name with characters that no name may hold
     //   non-finite         a value is no finite number
     //   bad-value          a value outside of what its kind can have
     //   cyclic-block       a block contains itself

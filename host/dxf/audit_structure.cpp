@@ -4,6 +4,7 @@
 
 #include "host/dxf/audit_walk.h"
 #include "host/dxf/tables.h"
+#include "host/dxf/values.h"
 #include "host/os/text.h"
 
 namespace host::dxf {
@@ -67,8 +68,11 @@ void AuditWalk::checkNames() {
         for (AcDbObjectId id : table->records()) {
             const auto* record = behind<AcDbSymbolTableRecord>(id);
             // Shape files stand among the text styles without a name.
-            if (record && !record->isErased() && !record->name().empty() && !names.isNew(record->name()))
+            if (!record || record->isErased() || record->name().empty()) continue;
+            if (!names.isNew(record->name()))
                 find("duplicate-name", *record, utf8(record->name()) + " is there twice");
+            if (lawfulName(record->name()) != record->name())
+                find("bad-name", *record, utf8(record->name()) + " holds what no name may hold");
         }
     }
     for (const IdCell& cell : database_.cells()) {

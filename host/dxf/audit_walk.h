@@ -4,6 +4,9 @@
 
 namespace host::dxf {
 
+// Objects are looked over in the form of their own version, but never without the classes' markers.
+inline constexpr AcDb::AcDbDwgVersion kFirstWithMarkers = AcDb::kDHL_1012;
+
 class AuditWalk {
 public:
     explicit AuditWalk(AcDbDatabase& database) : database_(database) {}

@@ -1,11 +1,14 @@
 // Builds a drawing from a stream of groups. The sections are read in reader.cpp and
 // reader_tables.cpp, entities and their parts in reader_entities.cpp, one object's groups in
-// reader_object.cpp, and the loose ends are tied in reader_finish.cpp.
+// reader_object.cpp, and the loose ends are tied in reader_finish.cpp; what recovery puts right is in
+// reader_mend.cpp and reader_mend_names.cpp.
 #pragma once
+#include <map>
 #include <string>
 #include <unordered_map>
 
 #include "host/db/kept.h"
+#include "host/dxf/counts.h"
 #include "host/dxf/dxf.h"
 #include "host/dxf/factory.h"
 #include "host/dxf/names.h"
@@ -67,9 +70,10 @@ private:
     bool takeHead(AcDbObject& object, Head& head);
     void takeFlags(const Group& group, Head& head) const;
     void takeMark();
+    void tellCounts();
     void takeList(AcDbObject& object);
     void takeData(AcDbObject& object, const Group& group);
-    bool takeMisplaced(AcDbObject& object, const Group& group);
+    bool takeMisplaced(AcDbObject& object, const Group& group, bool sure);
     void gather(AcDbObject& object, const Group& group);
     void keep(AcDbObject& object, const Group& group);
     void nameObject(std::string_view kind) { object_ = kind, handle_ = 0; }
@@ -83,7 +87,7 @@ private:
     bool isPartOfWhole(std::string_view kind) const;
     void closeWhole();
     AcDbBlockTableRecord& home(const Head& head);
-    AcDbBlockTableRecord& blockRecord(const std::wstring& name);
+    AcDbBlockTableRecord& blockRecord(const std::wstring& name, std::uint64_t handle = 0);
     AcDbBlockTableRecord& recordOfBlock();
     std::wstring blockName(const std::string& name) const;
 
@@ -96,6 +100,19 @@ private:
     void dropDeadEntries();
     void mend();
     void mendReferences(AcDbObject& object);
+    void mendKept(AcDbObject& object);
+    bool leadsNowhere(const Group& group) const;
+    void tellDead(const Group& group, const char* cure);
+    AcDbObjectId standInFor(std::string_view kind, int code) const;
+    void refile(AcDbObject& object, GroupList groups);
+    void mendCounts(AcDbObject& object);
+    void mendValues(AcDbObject& object);
+    void mendName(AcDbObject& object);
+    void mendEntries(AcDbDictionary& dictionary);
+    void mendOwner(AcDbObject& object);
+    void gatherListers();
+    AcDbObjectId orphanage();
+    void registerApplications(AcDbObject& object);
     void openCycle(AcDbObjectId block);
     void settleVersion();
     void note(const std::string& sentence, bool fixed, long line = 0);
@@ -115,6 +132,7 @@ private:
     bool gathers_ = false;   // it is kept whole
     KeptEntity* keptEntity_ = nullptr;
     GroupList gathered_;
+    CountKeeper counts_;
 
     // The polyline or reference whose parts are being read.
     struct Whole {
@@ -125,7 +143,8 @@ private:
     };
     Whole whole_;
     AcDbBlockTableRecord *modelSpace_ = nullptr, *paperSpace_ = nullptr;
-    int nameless_ = 0; // names given so far
+    int nameless_ = 0;                             // names given so far
+    std::map<AcDbObjectId, AcDbObjectId> listers_; // who lists an object, while the drawing is mended
     // The kinds of what the file holds, for the version to save it as.
     bool sawMarkers_ = false, sawModernKind_ = false;
 };

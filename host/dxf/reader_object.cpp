@@ -5,6 +5,9 @@
 #include "host/db/kept.h"
 
 namespace host::dxf {
+namespace {
+constexpr int kByLayer = 256;
+}
 
 void DrawingReader::readBody(AcDbObject& object, Head& head) {
     head.line = stream_.line();
@@ -16,6 +19,7 @@ void DrawingReader::readBody(AcDbObject& object, Head& head) {
     keptEntity_ = dynamic_cast<KeptEntity*>(&object);
     gathers_ = keptObject || keptEntity_;
     gathered_.clear();
+    counts_.begin({});
     for (stream_.advance(); stream_.now().code != 0 && !stream_.atEnd(); stream_.advance()) {
         if (stream_.repair()) note(stream_.repair(), true);
         if (subclass.empty() && takeHead(object, head)) continue;
@@ -26,6 +30,7 @@ void DrawingReader::readBody(AcDbObject& object, Head& head) {
             takeData(object, stream_.now());
     }
     if (stream_.atEnd()) throw Fault{"the file ends inside an object"};
+    tellCounts();
     gathered_.shrink();
     if (keptObject) keptObject->setGroups(std::exchange(gathered_, {}));
     if (keptEntity_) keptEntity_->setGroups(std::exchange(gathered_, {}));
@@ -67,15 +72,25 @@ bool DrawingReader::takeHead(AcDbObject& object, Head& head) {
 // Flags that tell the reader where an entity belongs and what follows it; objects take them as well.
 void DrawingReader::takeFlags(const Group& group, Head& head) const {
     if (group.code == 66) head.parts |= group.integer != 0;
-    if (group.code == 67 && (subclass.empty() || subclass == "AcDbEntity")) head.paper |= group.integer != 0;
+    const bool common = subclass.empty() || subclass == "AcDbEntity" || !gathers_;
+    if (group.code == 67 && common) head.paper |= group.integer != 0;
 }
 
 void DrawingReader::takeMark() {
+    tellCounts();
     marker_ = stream_.now().text;
     subclass = marker_;
+    counts_.begin(marker_);
     inXdata_ = embedded_ = false;
     sawMarkers_ = true;
     if (gathers_ && !(keptEntity_ && marker_ == "AcDbEntity")) gathered_.append(Group::ofText(100, marker_));
+}
+
+// Counts that the classes make anew from what is there; the others stay for an audit to find.
+void DrawingReader::tellCounts() {
+    counts_.mismatches([this](const CountRow& row, std::int64_t stated, std::int64_t counted) {
+        if (row.made) note(sentenceFor(row, stated, counted) + "; what is there was counted", true);
+    });
 }
 
 // {ACAD_REACTORS, {ACAD_XDICTIONARY, {BLKREFS (which the writer makes anew), or a program's own.
@@ -103,6 +118,7 @@ void DrawingReader::takeData(AcDbObject& object, const Group& group) {
         object.tailForWrite().xdata.append(group);
         return;
     }
+    counts_.take(group);
     if (group.code == 102 && group.text == "{BLKREFS") return takeList(object);
     // 5 is a handle at an object's head alone; further on it is a name.
     Group data = group;
@@ -114,21 +130,25 @@ void DrawingReader::takeData(AcDbObject& object, const Group& group) {
     // the mark in front of them, and are kept otherwise.
     if (gathers_) return gather(object, data);
     if (embedded_ && !embeddedTaken_) return keep(object, data);
-    const bool taken = object.inGroup(data, *this) || takeMisplaced(object, data);
+    const bool taken = takeMisplaced(object, data, true) || object.inGroup(data, *this) ||
+                       takeMisplaced(object, data, false);
     if (group.code == 101) embedded_ = true, embeddedTaken_ = taken;
     if (!taken) keep(object, data);
 }
 
-// Some programs tell the layer and its like behind the marker of the entity's own class.
-bool DrawingReader::takeMisplaced(AcDbObject& object, const Group& group) {
+// Some programs tell the layer and its like behind the marker of the entity's own class. First those whose
+// codes mean the same in every class, before the entity sees them; then those that it didn't know.
+bool DrawingReader::takeMisplaced(AcDbObject& object, const Group& group, bool sure) {
     const int code = group.code;
-    const bool common = code == 8 || code == 6 || code == 62 || code == 48 || code == 60 ||
-                        (code == 370 && version >= AcDb::kDHL_1015) ||
-                        (code == 420 && version >= AcDb::kDHL_1018);
-    if (!common || subclass.empty()) return false;
+    const bool common = sure ? code == 8 || code == 6 || code == 62 || code == 67
+                             : code == 48 || code == 60 || (code == 370 && version >= AcDb::kDHL_1015) ||
+                                   (code == 420 && version >= AcDb::kDHL_1018);
+    if (!common || subclass.empty() || subclass == "AcDbEntity") return false;
     const auto* entity = AcDbEntity::cast(&object);
-    if (!entity || !(misplaced_ || entity->layerId().isNull())) return false;
-    misplaced_ = true;
+    if (!entity) return false;
+    const bool colorToCome = code == 62 && entity->colorIndex() == kByLayer;
+    if (!(misplaced_ || colorToCome || entity->layerId().isNull())) return false;
+    misplaced_ |= !colorToCome;
     subclass = "AcDbEntity";
     const bool taken = object.inGroup(group, *this);
     subclass = marker_;

@@ -156,10 +156,11 @@ AcDbBlockTableRecord& DrawingReader::recordOfBlock() {
         note("the block has no name; it got one", true);
         title.name = "*U" + std::to_string(++nameless_);
     }
+    const std::uint64_t free = behind<AcDbObject>(id(title.owner)) ? 0 : title.owner;
     std::wstring name = blockName(title.name);
     // A second block of one name keeps what it holds under a name of its own.
     for (int copy = 1;; ++copy) {
-        AcDbBlockTableRecord& record = blockRecord(name);
+        AcDbBlockTableRecord& record = blockRecord(name, free);
         if (record.blockBegin().isNull()) return record;
         if (copy == 1) note("the block is defined twice; the second was renamed", true);
         name = wide(title.name) + L"$" + std::to_wstring(copy);
@@ -174,8 +175,8 @@ std::wstring DrawingReader::blockName(const std::string& name) const {
     return wideName;
 }
 
-// The record of that name; made when there is none.
-AcDbBlockTableRecord& DrawingReader::blockRecord(const std::wstring& name) {
+// The record of that name; made when there is none, under that handle when it may have one.
+AcDbBlockTableRecord& DrawingReader::blockRecord(const std::wstring& name, std::uint64_t handle) {
     const TableKind& kind = *tableKind("BLOCK_RECORD");
     const AcDbObjectId standing = database->find(kind.table(), name);
     if (auto* record = behind<AcDbBlockTableRecord>(standing)) return *record;
@@ -185,6 +186,7 @@ AcDbBlockTableRecord& DrawingReader::blockRecord(const std::wstring& name) {
     made->inGroup(Group::ofText(2, utf8(name)), *this);
     Head head;
     head.handle = names_.waitingHandle(kind, name);
+    if (!head.handle) head.handle = handle;
     const AcDbObjectId placed = place(std::move(made), head, table.objectId());
     table.adopt(placed, name);
     return *behind<AcDbBlockTableRecord>(placed);
