@@ -168,12 +168,16 @@ TEST(Language, NoCommandShowsChineseWhereEnglishIsSpoken) {
             return (c >= 0x2E80 && c <= 0x9FFF) || (c >= 0xFF00 && c <= 0xFFEF);
         });
     };
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "corvane-every-command";
+    std::filesystem::create_directories(folder);
     size_t tried = 0;
     for (const CommandEntry& row : CommandTable()) {
         if (!row.handler) continue;
         // Nothing chosen, everything chosen with Enter to each question, and what dialogs show.
         for (const wchar_t* answers : {L"\n\n\n\n", L"\nall\n\n\n\n\n\n\n\n", L"\n?\nCANCEL\n"}) {
             support::Drawing drawing;
+            // Some commands write beside the drawing.
+            drawing.database().setFilename(host::wide(folder.string() + "/drawing.dxf").c_str());
             drawing.addPolyline({{0, 0}, {5, 0}, {5, 0}, {9, 7}}, true);
             drawing.add3dPolyline(AcGePoint3dArray());
             drawing.add(std::make_unique<AcDbCircle>(AcGePoint3d(20, 0, 0), AcGeVector3d::kZAxis, 3.0));
@@ -185,5 +189,6 @@ TEST(Language, NoCommandShowsChineseWhereEnglishIsSpoken) {
             ++tried;
         }
     }
+    std::filesystem::remove_all(folder);
     EXPECT_GE(tried, 40u);
 }
