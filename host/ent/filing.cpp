@@ -28,7 +28,8 @@ double fileDegrees(double radians) {
     // Some radians are no number of degrees at all; they are written as those that the next reading will
     // give.
     if (const auto exact = degreesFor(radians, degrees)) return *exact;
-    return degreesFor(toRadians(degrees), degrees).value_or(degrees);
+    const double next = toRadians(degrees);
+    return degreesFor(next, toDegrees(next)).value_or(degrees);
 }
 
 } // namespace host

@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "host/db/blocktable.h"
+#include "host/ent/filing.h"
 #include "specimens.h"
 
 namespace {
@@ -27,6 +28,15 @@ void expectNear(const AcGePoint3d& a, const AcGePoint3d& b, double slack = 1e-12
 std::unique_ptr<AcDbCurve> onlyOne(const AcDbVoidPtrArray& made) {
     EXPECT_EQ(made.length(), 1);
     return std::unique_ptr<AcDbCurve>(static_cast<AcDbCurve*>(made[0]));
+}
+
+TEST(WorkedNumbers, DegreesOfFilesStayWhatTheyAreFromTheFirstSaveOn) {
+    double radians = 4.932734838012; // near a number that no degrees lead to exactly
+    for (int i = 0; i < 200000; ++i) {
+        const double first = host::fileDegrees(radians);
+        EXPECT_EQ(host::fileDegrees(host::toRadians(first)), first) << i;
+        radians = std::nextafter(radians, 10) * (i % 1000 == 0 ? 0.999 : 1);
+    }
 }
 
 TEST(WorkedNumbers, AreasOfKnownShapes) {
