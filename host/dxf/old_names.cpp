@@ -1,6 +1,8 @@
 // Replacing names, and where names stand.
 #include "host/dxf/old_names.h"
 
+#include <algorithm>
+#include <cwchar>
 #include <set>
 
 #include "host/os/text.h"
@@ -11,18 +13,14 @@ namespace {
 constexpr size_t kLongest = 31;
 
 bool isTaken(wchar_t c, bool first) {
-    if (c > 127) return true; // letters of the code page
     return (c >= L'A' && c <= L'Z') || (c >= L'0' && c <= L'9') || c == L'$' || c == L'-' || c == L'_' ||
            c == L'|' || (first && c == L'*');
 }
 
-// R12 calls the spaces $MODEL_SPACE and $PAPER_SPACE; no other block may go by these names there.
-std::wstring shortened(const std::wstring& name) {
-    std::wstring out = upper(name).substr(0, kLongest);
-    if (out.starts_with(L"$MODEL_SPACE") || out.starts_with(L"$PAPER_SPACE")) out[0] = L'_';
-    for (size_t i = 0; i < out.size(); ++i)
-        if (!isTaken(out[i], i == 0)) out[i] = L'_';
-    return out;
+std::wstring spelt(wchar_t c) {
+    wchar_t text[12];
+    std::swprintf(text, std::size(text), L"U%04X", unsigned(c));
+    return text;
 }
 
 // The spaces' names are the host's own.
@@ -65,7 +63,21 @@ constexpr Place kPlaces[] = {
 
 } // namespace
 
-OldNames::OldNames(AcDbDatabase& database) {
+// R12 calls the spaces $MODEL_SPACE and $PAPER_SPACE; no other block may go by these names there.
+std::wstring OldNames::shortened(const std::wstring& name) const {
+    std::wstring out;
+    for (wchar_t c : upper(name)) {
+        if (c <= 127)
+            out += isTaken(c, out.empty()) ? c : L'_';
+        else
+            out += page_.encode(utf8(std::wstring(1, c))).lost ? spelt(c) : std::wstring(1, c);
+    }
+    out.resize(std::min(out.size(), kLongest));
+    if (out.starts_with(L"$MODEL_SPACE") || out.starts_with(L"$PAPER_SPACE")) out[0] = L'_';
+    return out;
+}
+
+OldNames::OldNames(AcDbDatabase& database, const std::string& codePage) : page_(codePage) {
     for (const TableKind& kind : tableKinds())
         if (const auto* table = behind<AcDbSymbolTable>(database.tableId(kind.table()));
             table && kind.name != "VPORT")

@@ -1,17 +1,18 @@
 // Names of table records as versions before R2000 take them: 31 characters at most, capitals, digits and
-// $ - _, no two alike.
+// $ - _ and letters of the drawing's code page, no two alike.
 #pragma once
 #include <map>
 #include <string>
 
 #include "host/dxf/tables.h"
+#include "host/os/codepage.h"
 
 namespace host::dxf {
 
 class OldNames {
 public:
-    // For all tables of a drawing.
-    explicit OldNames(AcDbDatabase& database);
+    // For all tables of a drawing; characters that the code page lacks are spelt U039B and so on.
+    OldNames(AcDbDatabase& database, const std::string& codePage);
     // The name that a record of that table ("LAYER") goes by; names that no record has stay as they are.
     std::string_view of(std::string_view table, std::string_view name) const;
     // How many names are more than put in capitals.
@@ -20,6 +21,8 @@ public:
 private:
     using Renamed = std::map<std::wstring, std::string>; // by the name folded
     Renamed renamed(const AcDbSymbolTable& table);
+    std::wstring shortened(const std::wstring& name) const;
+    CodePage page_;
     std::map<std::string, Renamed, std::less<>> tables_;
     long changed_ = 0;
 };

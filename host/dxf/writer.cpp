@@ -32,7 +32,7 @@ DrawingWriter::DrawingWriter(AcDbDatabase& database, AcDb::AcDbDwgVersion versio
     : database_(database), version_(version), head_(head), body_(body), out_(&body), progress_(progress) {
     if (old()) codes_ = std::make_unique<OldCodes>(body), out_ = codes_.get();
     if (version < AcDb::kDHL_1015 && version < database.originalFileVersion()) {
-        names_.emplace(database);
+        names_.emplace(database, codePageFor(database, version));
         bodyNames_ = std::make_unique<NameFilter>(*names_, *out_), out_ = bodyNames_.get();
         headNames_ = std::make_unique<NameFilter>(*names_, head);
         losses_.add("name", "names", "shortened or spelt in other characters", names_->changed());

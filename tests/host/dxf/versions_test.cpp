@@ -157,6 +157,29 @@ TEST(OlderVersions, NamesAreShortenedApart) {
     EXPECT_EQ(saved.losses, std::vector<std::string>{"2 names were shortened or spelt in other characters"});
 }
 
+// An escape has no place in a name of R12: other programs refuse the backslash.
+TEST(OlderVersions, NamesOutsideTheCodePageAreSpelt) {
+    const std::string header = text({{0, "SECTION"},
+                                     {2, "HEADER"},
+                                     {9, "$ACADVER"},
+                                     {1, "AC1032"},
+                                     {9, "$DWGCODEPAGE"},
+                                     {3, "ANSI_1252"},
+                                     {0, "ENDSEC"}});
+    Codes groups = {{0, "SECTION"}, {2, "ENTITIES"}};
+    for (const char* layer : {"\u039b1", "\u039b\u0391\u0393\u0395\u03a1\u03a9\u03a9", "U039B1", "\u00c4b",
+                              "\u039b\u0391\u0393\u0395\u03a1\u03a9\u0391"})
+        groups.insert(groups.end(), {{0, "LINE"}, {8, layer}, {10, "1"}, {11, "2"}});
+    groups.insert(groups.end(), {{0, "ENDSEC"}, {0, "EOF"}});
+    Read read(header + text(groups));
+    ASSERT_TRUE(read.report.ok) << read.report.message;
+    Read back(savedAs(read.database, AcDb::kDHL_1009).bytes);
+    std::vector<std::wstring> layers;
+    for (const AcDbEntity* line : back.model()) layers.push_back(line->layerName());
+    EXPECT_EQ(layers, (std::vector<std::wstring>{L"U039B1_2", L"U039BU0391U0393U0395U03A1U03A9U", L"U039B1",
+                                                 L"\u00c4B", L"U039BU0391U0393U0395U03A1U03A_2"}));
+}
+
 TEST(OlderVersions, TrueColoursBecomeTheNearestOfTheIndex) {
     Read read(
         drawing({{0, "LINE"}, {100, "AcDbEntity"}, {8, "0"}, {420, "16711682"}, {100, "AcDbLine"}, {10, "1"}},
