@@ -4,6 +4,7 @@
 #include <map>
 
 #include "host/db/access.h"
+#include "host/db/database.h"
 #include "host/os/text.h"
 
 namespace host {
@@ -32,11 +33,12 @@ void keep(GroupList& groups, std::string& marker, const Group& group, const Read
     groups.append(group);
 }
 
-void giveBack(const GroupList& groups, GroupWriter& writer) {
+// Those that the test wants.
+template <class Test> void giveBack(const GroupList& groups, GroupWriter& writer, Test test) {
     for (const Group g : groups) {
         if (g.code == 100)
             writer.subclass(std::string(g.text).c_str());
-        else
+        else if (test(g))
             writer.write(g);
     }
 }
@@ -50,7 +52,16 @@ bool KeptObject::inGroup(const Group& group, ReadContext& context) {
     return true;
 }
 
-void KeptObject::outGroups(GroupWriter& writer) const { giveBack(groups_, writer); }
+// A group of objects (the kind that users name) forgets its members as they are erased; undo brings them
+// back.
+void KeptObject::outGroups(GroupWriter& writer) const {
+    if (dxfName_ != "GROUP") return giveBack(groups_, writer, [](const Group&) { return true; });
+    giveBack(groups_, writer, [&](const Group& group) {
+        if (group.code != 340 || !writer.database) return true;
+        const IdCell* member = writer.database->cellOf(group.handle(), false);
+        return !member || !member->object || !member->object->isErased();
+    });
+}
 
 void KeptObject::restore(const AcDbObject& from) {
     if (const auto* kept = dynamic_cast<const KeptObject*>(&from)) *this = *kept;
@@ -69,7 +80,7 @@ bool KeptEntity::inGroup(const Group& group, ReadContext& context) {
 
 void KeptEntity::outGroups(GroupWriter& writer) const {
     AcDbEntity::outGroups(writer);
-    giveBack(groups_, writer);
+    giveBack(groups_, writer, [](const Group&) { return true; });
 }
 
 void KeptEntity::restore(const AcDbObject& from) {

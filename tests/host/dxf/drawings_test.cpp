@@ -6,6 +6,8 @@
 #include <unistd.h>
 
 #include "helpers.h"
+#include "host/db/kept.h"
+#include "host/os/text.h"
 
 using namespace host;
 using namespace dxftest;
@@ -151,4 +153,29 @@ TEST(Drawings, AFailedSaveLeavesTheOldFile) {
     EXPECT_TRUE(cancelled.cancelled);
     EXPECT_FALSE(cancelled.ok);
     EXPECT_EQ(contents(file), "old");
+}
+
+// Named groups of objects: what is erased leaves them in the file, and is back after undo.
+TEST(Drawings, GroupsForgetErasedMembers) {
+    dxftest::Read read(dxftest::contents(dxftest::drawingsFolder() / "everything-r2018-ascii.dxf"));
+    AcDbObjectId member;
+    for (const auto& cell : read.database.cells()) {
+        const auto* group = dynamic_cast<const host::KeptObject*>(cell.object);
+        host::Group first;
+        if (group && group->dxfName() == "GROUP" && group->groups().find(340, first))
+            read.database.getAcDbObjectId(member, false, AcDbHandle(first.handle()));
+    }
+    ASSERT_TRUE(member.isValid());
+    const std::string before = host::drawingBytes(read.database);
+    const std::string pointer = "340\n" + host::utf8(member.handle().ascii()) + "\n";
+    ASSERT_NE(before.find(pointer), std::string::npos);
+    read.database.undoLog().begin(L"ERASE");
+    {
+        AcDbObjectPointer<AcDbEntity> entity(member, AcDb::kForWrite);
+        ASSERT_EQ(entity->erase(), Acad::eOk);
+    }
+    read.database.undoLog().end();
+    EXPECT_EQ(host::drawingBytes(read.database).find(pointer), std::string::npos);
+    read.database.undoLog().undo();
+    EXPECT_EQ(host::drawingBytes(read.database), before);
 }
