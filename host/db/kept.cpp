@@ -11,6 +11,8 @@ namespace host {
 
 namespace {
 
+KeptPicture* thePicture = nullptr;
+
 AcRxClass* keptClass(const std::string& dxfName, AcRxClass* parent) {
     static std::map<std::pair<std::string, AcRxClass*>, std::unique_ptr<AcRxClass>> classes;
     auto& cls = classes[{dxfName, parent}];
@@ -96,9 +98,14 @@ AcDbObjectId KeptEntity::referencedBlock() const {
 }
 
 Adesk::Boolean KeptEntity::subWorldDraw(AcGiWorldDraw* context) const {
-    const AcDbObjectId block = referencedBlock();
-    if (!block.isNull() && entityDisplay()) entityDisplay()->drawBlock(context, block);
+    if (thePicture) thePicture->draw(*this, context);
     return true;
 }
+
+Acad::ErrorStatus KeptEntity::subGetGeomExtents(AcDbExtents& extents) const {
+    return thePicture && thePicture->extents(*this, extents) ? Acad::eOk : Acad::eInvalidExtents;
+}
+
+void setKeptPicture(KeptPicture* picture) { thePicture = picture; }
 
 } // namespace host

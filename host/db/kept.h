@@ -55,12 +55,23 @@ public:
 
 protected:
     Adesk::Boolean subWorldDraw(AcGiWorldDraw* context) const override;
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
 
 private:
     std::string dxfName_, marker_;
     GroupList groups_;
     std::vector<AcDbObjectId> parts_;
 };
+
+// What kept entities look like; the entity classes set it at start-up.
+class KeptPicture {
+public:
+    virtual ~KeptPicture() = default;
+    virtual void draw(const KeptEntity& entity, AcGiWorldDraw* context) = 0;
+    // False when there is nothing to measure.
+    virtual bool extents(const KeptEntity& entity, AcDbExtents& box) = 0;
+};
+void setKeptPicture(KeptPicture* picture); // null: kept entities show nothing
 
 // Turns kept objects whose class is registered now into objects of that class, and objects of
 // removed classes back into kept ones. Runs after every acrxBuildClassHierarchy.

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "host/gi/draw.h"
+#include "host/gi/textstyle.h"
 
 namespace host::dxf {
 namespace {
@@ -67,6 +68,18 @@ public:
     Adesk::Boolean polygon(Adesk::UInt32 count, const AcGePoint3d* points) override {
         return add(count, points, true);
     }
+    Adesk::Boolean text(const AcGePoint3d& position, const AcGeVector3d& normal,
+                        const AcGeVector3d& direction, double height, double width, double oblique,
+                        const ACHAR* message) override {
+        return add({position, normal, direction, height, width, oblique, message});
+    }
+    Adesk::Boolean text(const AcGePoint3d& position, const AcGeVector3d& normal,
+                        const AcGeVector3d& direction, const ACHAR* message, Adesk::Int32 length,
+                        Adesk::Boolean, const AcGiTextStyle& style) override {
+        const std::wstring content = length < 0 ? message : std::wstring(message, size_t(length));
+        return add(
+            {position, normal, direction, style.textSize(), style.xScale(), style.obliquingAngle(), content});
+    }
     Adesk::Boolean xline(const AcGePoint3d& on, const AcGePoint3d& alsoOn) override {
         const AcGeVector3d way = (alsoOn - on).normal() * reach_;
         const AcGePoint3d ends[] = {on - way, on + way};
@@ -91,6 +104,17 @@ protected:
     }
 
 private:
+    bool add(DrawnText text) {
+        const AcGeMatrix3d matrix = place();
+        const AcGeVector3d along = matrix * text.along;
+        if (text.text.empty() || !(text.along.length() > 0) || !(along.length() > 0)) return false;
+        text.height *= along.length() / text.along.length();
+        text.place = matrix * text.place;
+        text.along = along.normal();
+        text.normal = (matrix * text.normal).normal();
+        if (text.height > 0) picture_.texts.push_back(std::move(text));
+        return false;
+    }
     AcGeMatrix3d place() const { return places_.empty() ? AcGeMatrix3d() : places_.back(); }
 
     bool add(size_t count, const AcGePoint3d* points, bool closed) {

@@ -64,6 +64,8 @@ private:
     bool writeExploded(const AcDbEntity& entity);
     bool writeReference(const AcDbEntity& entity);
     bool writePicture(const AcDbEntity& entity);
+    void writeLine(const DrawnLine& line, const GroupList& common, const AcDbEntity& whole, bool first);
+    void writeText(const DrawnText& text, const GroupList& common, const AcDbEntity& whole, bool first);
     std::uint64_t writeNewHead(const char* kind, const AcDbEntity& whole, bool first);
     void writePart(AcDbEntity& part, const AcDbEntity& whole, bool first);
     void writePolyline(const OldPolyline& polyline, const AcDbEntity& whole, bool first);

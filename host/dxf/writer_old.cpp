@@ -1,6 +1,8 @@
 // What newer kinds of entity become in versions that don't know them: parts they are made of, a
 // reference to the block that shows them, or the lines they are drawn with.
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 
 #include "host/dxf/known.h"
 #include "host/dxf/old_viewport.h"
@@ -49,6 +51,12 @@ bool lacksShape(const AcDbEntity& entity) {
 const AcDbBlockTableRecord* shownBlock(const AcDbEntity& entity) {
     const auto* block = behind<AcDbBlockTableRecord>(entity.referencedBlock());
     return block && !block->isErased() ? block : nullptr;
+}
+
+// To a digit that reading and writing again doesn't change.
+double roundedDegrees(double radians) {
+    constexpr double kLastDigit = 1e9;
+    return std::round(radians * 180 / std::numbers::pi * kLastDigit) / kLastDigit;
 }
 
 std::string becameParts(const Parts& parts) {
@@ -152,25 +160,52 @@ bool DrawingWriter::writeReference(const AcDbEntity& entity) {
 
 bool DrawingWriter::writePicture(const AcDbEntity& entity) {
     const Picture picture = pictureOf(entity, reach());
-    if (picture.lines.empty() || !picture.complete) return false;
+    if ((picture.lines.empty() && picture.texts.empty()) || !picture.complete) return false;
     const GroupList common = commonGroups(entity, version_);
     bool first = true, onlyLines = true;
     for (const DrawnLine& line : picture.lines) {
-        if (line.points.size() > 2) {
-            writePolyline(polylineOf(line, common), entity, first);
-            onlyLines = false;
-        } else {
-            writeNewHead("LINE", entity, first);
-            out_->subclass("AcDbEntity");
-            for (const Group group : common) out_->write(group);
-            out_->subclass("AcDbLine");
-            out_->point(10, line.points[0]), out_->point(11, line.points[1]);
-            if (first) writeXdata(entity);
-        }
+        if (line.points.size() > 2)
+            writePolyline(polylineOf(line, common), entity, first), onlyLines = false;
+        else
+            writeLine(line, common, entity, first);
         first = false;
     }
-    losses_.addEntity(entity.dxfName(), onlyLines ? "written as lines" : "written as polylines");
+    for (const DrawnText& text : picture.texts) writeText(text, common, entity, std::exchange(first, false));
+    const char* texts = picture.texts.empty() ? "" : " and texts";
+    losses_.addEntity(entity.dxfName(),
+                      std::string("written as ") + (onlyLines ? "lines" : "polylines") + texts);
     return true;
+}
+
+void DrawingWriter::writeLine(const DrawnLine& line, const GroupList& common, const AcDbEntity& whole,
+                              bool first) {
+    writeNewHead("LINE", whole, first);
+    out_->subclass("AcDbEntity");
+    for (const Group group : common) out_->write(group);
+    out_->subclass("AcDbLine");
+    out_->point(10, line.points[0]), out_->point(11, line.points[1]);
+    if (first) writeXdata(whole);
+}
+
+void DrawingWriter::writeText(const DrawnText& text, const GroupList& common, const AcDbEntity& whole,
+                              bool first) {
+    const AcGeMatrix3d toPlane = AcGeMatrix3d::worldToPlane(text.normal);
+    const AcGeVector3d along = toPlane * text.along;
+    writeNewHead("TEXT", whole, first);
+    out_->subclass("AcDbEntity");
+    for (const Group group : common) out_->write(group);
+    out_->subclass("AcDbText");
+    out_->point(10, toPlane * text.place);
+    out_->real(40, text.height);
+    out_->text(1, text.text);
+    const double angle = roundedDegrees(std::atan2(along.y, along.x));
+    if (angle != 0) out_->real(50, angle);
+    if (text.width > 0 && text.width != 1) out_->real(41, text.width);
+    if (text.oblique != 0) out_->real(51, roundedDegrees(text.oblique));
+    out_->recordName(7, database_.find(AcDbTextStyleTable::desc(), L"Standard"));
+    out_->normal(210, text.normal);
+    out_->subclass("AcDbText");
+    if (first) writeXdata(whole);
 }
 
 // How far lines without end go: well beyond what is drawn.

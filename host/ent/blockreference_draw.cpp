@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "host/db/blocktable.h"
+#include "host/ent/block_clip.h"
 #include "host/ent/blockreference.h"
 #include "host/ent/curve.h"
 #include "host/ent/curve_intersect.h"
@@ -158,9 +159,12 @@ Adesk::Boolean AcDbBlockReference::subWorldDraw(AcGiWorldDraw* context) const {
     const Descent descent;
     if (descent.isTooDeep()) return true;
     AcGiWorldGeometry& to = context->geometry();
+    const auto clip = host::blockClip(*this);
     eachCell([&](const AcGeMatrix3d& matrix) {
         to.pushModelTransform(matrix);
+        const bool clipped = clip && clip->shown && to.pushClipBoundary(clip->boundary);
         eachShown(block_, [&](const AcDbEntity& entity) { to.draw(&entity); });
+        if (clipped) to.popClipBoundary();
         to.popModelTransform();
         return !context->regenAbort();
     });

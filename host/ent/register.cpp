@@ -8,6 +8,7 @@
 #include "host/ent/faces.h"
 #include "host/ent/hatch.h"
 #include "host/ent/helix.h"
+#include "host/ent/kept_picture.h"
 #include "host/ent/leader.h"
 #include "host/ent/line.h"
 #include "host/ent/meshes.h"
@@ -35,6 +36,7 @@ void registerEntityClasses() {
              AcDbFaceRecord, AcDbPolygonMesh, AcDbPolygonMeshVertex, AcDbSubDMesh, AcDbDimension,
              AcDbArcDimension, AcDbRadialDimensionLarge, AcDbLeader, AcDbMline, AcDbRasterImage, AcDbWipeout,
              AcDbViewport>();
+    showKeptEntities();
 }
 
 } // namespace host

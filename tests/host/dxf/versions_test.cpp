@@ -126,6 +126,44 @@ TEST(OlderVersions, EachKindBecomesWhatR12Knows) {
     }
 }
 
+// Lines and text each become what R12 knows, where they were.
+TEST(OlderVersions, AMultileaderBecomesLinesAndText) {
+    Read read(drawing(entity("MULTILEADER", "A1", "AcDbMLeader",
+                             {{300, "CONTEXT_DATA{"},
+                              {41, "4"},
+                              {171, "1"},
+                              {304, "Note"},
+                              {12, "50"},
+                              {22, "22"},
+                              {32, "0"},
+                              {13, "0"},
+                              {23, "1"},
+                              {33, "0"},
+                              {302, "LEADER{"},
+                              {10, "40"},
+                              {20, "20"},
+                              {30, "0"},
+                              {304, "LEADER_LINE{"},
+                              {10, "30"},
+                              {20, "35"},
+                              {30, "0"},
+                              {10, "10"},
+                              {20, "15"},
+                              {30, "0"},
+                              {305, "}"},
+                              {303, "}"},
+                              {301, "}"}}),
+                      "AC1032"));
+    const Saved saved = savedAs(read.database, AcDb::kDHL_1009);
+    EXPECT_EQ(saved.losses.front(), "1 multileader was written as polylines and texts");
+    Read back(saved.bytes);
+    ASSERT_EQ(back.model().size(), 2u);
+    EXPECT_EQ(countOf(back, "POLYLINE"), 1);
+    EXPECT_EQ(countOf(back, "TEXT"), 1);
+    EXPECT_NE(saved.bytes.find(" 40\n4.0\n  1\nNote\n 50\n90.0\n"), std::string::npos) << "upwards, 4 high";
+    EXPECT_EQ(drawingBytes(back.database), saved.bytes);
+}
+
 TEST(OlderVersions, AnEllipseKeepsItsShape) {
     Read read(drawing(kEllipse, "AC1032"));
     const std::string bytes = savedAs(read.database, AcDb::kDHL_1009).bytes;
