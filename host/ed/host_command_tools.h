@@ -39,6 +39,7 @@ void splineCommand();
 void blockCommand();
 void insertCommand();
 void purgeCommand();
+void clipCommand();
 void metafileOutCommand();
 void metafileInCommand();
 void ucsCommand();

@@ -34,6 +34,7 @@ constexpr HostCommand kCommands[] = {
     {L"-BLOCK", L"-B", kModal, blockCommand, L"The same as BLOCK"},
     {L"INSERT", L"I", kModal, insertCommand, L"Inserts a block"},
     {L"-INSERT", L"-I", kModal, insertCommand, L"The same as INSERT"},
+    {L"XCLIP", L"XC", kModal, clipCommand, L"Cuts block references to a boundary"},
     {L"PURGE", L"PU", kModal, purgeCommand, L"Takes out blocks, layers and styles that nothing uses"},
     {L"-PURGE", L"-PU", kModal, purgeCommand, L"The same as PURGE"},
     {L"WMFOUT", L"", kModal, metafileOutCommand, L"Writes objects as they are seen into a Windows metafile"},

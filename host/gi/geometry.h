@@ -7,6 +7,7 @@
 #include <span>
 
 #include "host/db/adesk.h"
+#include "host/ge/array.h"
 #include "host/ge/matrix3d.h"
 #include "host/gi/textstyle.h"
 
@@ -39,6 +40,13 @@ struct EllipticArc {
 
 } // namespace host
 
+// What a reference shows of its block: the inside of a polygon.
+struct AcGiClipBoundary {
+    AcGePoint2dArray m_aptPoints;         // in the XY plane of clip space; two are corners of a rectangle
+    AcGeMatrix3d m_xToClipSpace;          // from the world of the reference when it was clipped
+    AcGeMatrix3d m_xInverseBlockRefXForm; // from that world to the block
+};
+
 class AcGiGeometry {
 public:
     virtual ~AcGiGeometry() = default;
@@ -48,6 +56,14 @@ public:
     virtual Adesk::Boolean pushModelTransform(const AcGeMatrix3d& matrix) = 0;
     virtual Adesk::Boolean pushModelTransform(const AcGeVector3d& normal); // of object coordinates
     virtual Adesk::Boolean popModelTransform() = 0;
+
+    // What is drawn from here on, in the coordinates of the transformation pushed last (a block's), is cut to
+    // the boundary. False when the drawer can't; then nothing is to be popped.
+    virtual Adesk::Boolean pushClipBoundary(const AcGiClipBoundary& boundary) {
+        (void)boundary;
+        return false;
+    }
+    virtual void popClipBoundary() {}
 
     // Every drawing call gives false, always: the regeneration goes on. `normal` tells the direction of
     // the traits' thickness.

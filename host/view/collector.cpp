@@ -57,6 +57,10 @@ public:
         sink_.text(position, normal, direction, all, raw, style);
         return false;
     }
+    Adesk::Boolean pushClipBoundary(const AcGiClipBoundary& boundary) override {
+        return sink_.pushClip(boundary), true;
+    }
+    void popClipBoundary() override { sink_.popClip(); }
     Adesk::Boolean xline(const AcGePoint3d& on, const AcGePoint3d& alsoOn) override {
         sink_.endless(DisplayPrimitive::Kind::xline, on, alsoOn);
         return false;

@@ -23,6 +23,45 @@ bool DisplaySink::pop() {
     return true;
 }
 
+void DisplaySink::pushClip(const AcGiClipBoundary& boundary) {
+    std::vector<AcGePoint2d> polygon(boundary.m_aptPoints.begin(), boundary.m_aptPoints.end());
+    if (polygon.size() == 2)
+        polygon = {polygon[0], {polygon[1].x, polygon[0].y}, polygon[1], {polygon[0].x, polygon[1].y}};
+    const bool sound = !boundary.m_xInverseBlockRefXForm.isSingular() && !model().isSingular();
+    clips_.emplace_back(sound ? std::move(polygon) : std::vector<AcGePoint2d>(),
+                        sound ? boundary.m_xToClipSpace * boundary.m_xInverseBlockRefXForm.inverse() *
+                                    model().inverse()
+                              : AcGeMatrix3d::kIdentity);
+}
+
+void DisplaySink::popClip() {
+    if (!clips_.empty()) clips_.pop_back();
+}
+
+// The contours of the primitive begun last, cut to all boundaries of the moment. Rays have no contours to
+// cut.
+void DisplaySink::cutContours() {
+    DisplayPrimitive& primitive = list_.primitives.back();
+    using Kind = DisplayPrimitive::Kind;
+    if (primitive.kind == Kind::ray || primitive.kind == Kind::xline) return;
+    std::vector<ClipShape::Contour> contours;
+    for (std::uint32_t c = primitive.first; c < primitive.first + primitive.count; ++c) {
+        const auto contour = list_.contour(c);
+        contours.emplace_back(contour.begin(), contour.end());
+    }
+    list_.points.resize(primitive.first == 0 ? 0 : list_.contourEnds[primitive.first - 1]);
+    list_.contourEnds.resize(primitive.first);
+    primitive.count = 0;
+    for (const ClipShape& clip : clips_) {
+        std::vector<ClipShape::Contour> cut;
+        const auto take = [&](const ClipShape::Contour& part) { cut.push_back(part); };
+        for (const ClipShape::Contour& contour : contours)
+            primitive.kind == Kind::line ? clip.cutPath(contour, take) : clip.cutArea(contour, take);
+        contours = std::move(cut);
+    }
+    for (const ClipShape::Contour& contour : contours) addContour(contour);
+}
+
 bool DisplaySink::isFull() {
     if (list_.truncated) return true;
     list_.truncated = list_.points.size() > options_.mostPoints || drawables_ > options_.mostDrawables;
@@ -70,6 +109,7 @@ void DisplaySink::addContour(std::span<const AcGePoint3d> world) {
 
 // Boxes the primitive begun last; one without contours, or with a point that is no place, is taken away.
 void DisplaySink::finish() {
+    if (!clips_.empty()) cutContours();
     DisplayPrimitive& primitive = list_.primitives.back();
     const std::uint32_t from = primitive.first == 0 ? 0 : list_.contourEnds[primitive.first - 1];
     bool sound = list_.points.size() > from;

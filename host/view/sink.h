@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "host/view/clip_shape.h"
 #include "host/view/collector.h"
 #include "host/view/ribbon.h"
 #include "host/view/style_resolver.h"
@@ -19,6 +20,9 @@ public:
     const AcGeMatrix3d& model() const { return stack_.empty() ? AcGeMatrix3d::kIdentity : stack_.back(); }
     bool push(const AcGeMatrix3d& matrix);
     bool pop();
+    // Contours and texts from here on are cut to the boundary, which stands in the coordinates of the moment.
+    void pushClip(const AcGiClipBoundary& boundary);
+    void popClip();
 
     void polyline(std::span<const AcGePoint3d> points, const AcGeVector3d* normal, Adesk::GsMarker marker);
     void polygon(std::span<const Adesk::UInt32> counts, const AcGePoint3d* points);
@@ -46,6 +50,7 @@ private:
     void addContour(std::span<const AcGePoint3d> world);
     void addModelContour(std::span<const AcGePoint3d> points);
     void finish();
+    void cutContours();
     void dashed(std::span<const AcGePoint3d> world, const DashPattern& dashes);
     void thicken(std::span<const AcGePoint3d> points, const AcGeVector3d& normal);
     std::vector<AcGePoint3d> toWorld(std::span<const AcGePoint3d> points) const;
@@ -61,6 +66,7 @@ private:
     DisplayList list_;
     StyleResolver resolver_;
     std::vector<AcGeMatrix3d> stack_;
+    std::vector<ClipShape> clips_;
     std::vector<AcDbObjectId> blocks_;
     State state_;
     ResolvedStyle resolved_;
@@ -76,7 +82,7 @@ template <class Draw> bool DisplaySink::within(const AcGiDrawable& drawable, Dra
     if (!enter(drawable, look)) return false;
     const State before = state_;
     const TraitValues traitsBefore = traits.values;
-    const std::size_t matrices = stack_.size();
+    const std::size_t matrices = stack_.size(), clips = clips_.size();
     if (depth_ > 0) state_.inherited = style().handedDown;
     state_.opacity = look.opacity;
     traits.values = look.traits;
@@ -87,6 +93,7 @@ template <class Draw> bool DisplaySink::within(const AcGiDrawable& drawable, Dra
     --depth_;
     if (!look.block.isNull()) blocks_.pop_back();
     stack_.resize(std::min(stack_.size(), matrices)); // a drawable that forgot to pop harms nobody
+    clips_.resize(std::min(clips_.size(), clips), ClipShape({}, AcGeMatrix3d::kIdentity));
     traits.values = traitsBefore;
     state_ = before;
     resolvedValid_ = false;

@@ -183,6 +183,10 @@ void DisplaySink::placeText(const DisplayText& run, const std::vector<PlainLine:
                      run.up * (corner & 2 ? size.high.y : size.low.y));
     if (!std::isfinite(box.minPoint().asVector().lengthSqrd() + box.maxPoint().asVector().lengthSqrd()))
         return;
+    // Letters aren't cut: a line of text is there when the middle of its box is.
+    const AcGePoint3d middle = box.minPoint() + (box.maxPoint() - box.minPoint()) / 2;
+    if (!std::all_of(clips_.begin(), clips_.end(), [&](const ClipShape& clip) { return clip.holds(middle); }))
+        return;
     DisplayPrimitive& primitive = begin(DisplayPrimitive::Kind::text);
     primitive.first = static_cast<std::uint32_t>(list_.texts.size());
     primitive.box = box;

@@ -7,6 +7,7 @@
 #include "host/ent/text.h"
 #include "host/os/files.h"
 #include "host/os/text.h"
+#include "host/view/collector.h"
 #include "tests/host/ed/support.h"
 
 using edtest::Bench;
@@ -232,4 +233,39 @@ TEST(Documents, OpenCloseAndNewChangeTheCurrentDrawing) {
     bench.run(L"CLOSE n\n");
     EXPECT_EQ(first, curDoc());
     EXPECT_EQ(1u, bench.entities().size());
+}
+
+TEST(Clips, ReferencesShowWhatLiesInTheirBoundary) {
+    Bench bench;
+    bench.run(L"LINE 0,0 100,0 \nCIRCLE 50,0 10\nTEXT 90,5 2 0\nfar away\nBLOCK bar\n0,0 all\n\nINSERT "
+              L"bar\n10,20\n\n\n\n");
+    const auto shown = [&] { return host::displaySpace(bench.database(), {}).extents; };
+    const AcDbExtents whole = shown();
+    bench.run(L"XCLIP l\n\nn r 20,10 70,25\n");
+    EXPECT_TRUE(
+        near({20, 10, 0}, {shown().minPoint().x, shown().minPoint().y, 0}, 0.01)); // chords of the circle
+    EXPECT_TRUE(near({70, 25, 0}, {shown().maxPoint().x, shown().maxPoint().y, 0}, 0.01));
+    EXPECT_TRUE(host::displaySpace(bench.database(), {}).texts.empty());
+    // The boundary goes with the reference, comes back from a file, and is undone.
+    bench.run(L"MOVE l\n\n0,0 1000,0\nROTATE l\n\n1010,20 90\n");
+    AcDbDatabase reread(false);
+    ASSERT_TRUE(host::readDrawingBytes(bench.bytes(), "clipped", reread).ok);
+    for (AcDbDatabase* drawing : {&bench.database(), &reread}) {
+        const AcDbExtents box = host::displaySpace(*drawing, {}).extents;
+        EXPECT_NEAR(box.minPoint().y, 30, 1e-6);
+        EXPECT_NEAR(box.maxPoint().y, 80, 1e-6);
+    }
+    bench.run(L"UNDO 2\nXCLIP l\n\noff\n");
+    EXPECT_TRUE(near(whole.maxPoint(), shown().maxPoint()));
+    bench.run(L"XCLIP l\n\non\n");
+    EXPECT_NEAR(shown().maxPoint().x, 70, 1e-9);
+    bench.run(L"XCLIP l\n\np\n");
+    ASSERT_TRUE(bench.last<AcDbPolyline>());
+    AcDbExtents outline;
+    bench.last<AcDbPolyline>()->getGeomExtents(outline);
+    EXPECT_TRUE(near({20, 10, 0}, outline.minPoint()));
+    const std::string told = bench.run(L"XCLIP all\n\nd\nXCLIP all\n\nd\n");
+    EXPECT_THAT(told, HasSubstr("1 are no block references."));
+    EXPECT_THAT(told, HasSubstr("1 have no boundary."));
+    EXPECT_TRUE(near(whole.maxPoint(), shown().maxPoint()));
 }
