@@ -5,6 +5,7 @@
 #include "host/ent/blockreference.h"
 #include "host/ent/multileader_picture.h"
 #include "host/ent/proxy_graphics.h"
+#include "host/ent/tolerance_picture.h"
 
 namespace host {
 namespace {
@@ -74,7 +75,9 @@ public:
 private:
     static bool drawAlone(const KeptEntity& entity, AcGiWorldDraw& context) {
         if (drawProxyGraphics(graphicsOf(entity), context)) return true;
-        return entity.dxfName() == "MULTILEADER" && drawMultileader(entity, context);
+        const std::string kind = entity.dxfName();
+        return (kind == "MULTILEADER" && drawMultileader(entity, context)) ||
+               (kind == "TOLERANCE" && drawTolerance(entity, context));
     }
     // Tables stand at their first point; the blocks of dimensions where they are.
     static AcDbBlockReference shown(const KeptEntity& entity) {

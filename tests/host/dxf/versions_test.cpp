@@ -164,6 +164,22 @@ TEST(OlderVersions, AMultileaderBecomesLinesAndText) {
     EXPECT_EQ(drawingBytes(back.database), saved.bytes);
 }
 
+// A cell with a text a frame each, rows below one another.
+TEST(OlderVersions, ATolerancesFrameBecomesLinesAndTexts) {
+    Read read(drawing(
+        entity(
+            "TOLERANCE", "A1", "AcDbFcf",
+            {{3, "Standard"}, {10, "5"}, {20, "6"}, {30, "0"}, {1, "{\\Fgdt;j}%%v0.5{\\Fgdt;m}%%v%%vA^JB"}}),
+        "AC1032"));
+    const Saved saved = savedAs(read.database, AcDb::kDHL_1009);
+    EXPECT_EQ(saved.losses.back(), "1 tolerance frame was written as polylines and texts");
+    Read back(saved.bytes);
+    EXPECT_EQ(countOf(back, "POLYLINE"), 4);
+    EXPECT_EQ(countOf(back, "TEXT"), 4);
+    EXPECT_NE(saved.bytes.find("\\U+2316"), std::string::npos) << "the sign of position";
+    EXPECT_EQ(drawingBytes(back.database), saved.bytes);
+}
+
 TEST(OlderVersions, AnEllipseKeepsItsShape) {
     Read read(drawing(kEllipse, "AC1032"));
     const std::string bytes = savedAs(read.database, AcDb::kDHL_1009).bytes;
