@@ -1,0 +1,29 @@
+// Names from the command stack and the table of system variables.
+#include "apps/desk/candidates.h"
+
+#include "apps/desk/qt_text.h"
+#include "host/ed/commands.h"
+#include "host/ed/sysvars.h"
+
+namespace desk {
+
+QStringList keywordsOf(const host::PromptRequest& request) {
+    QStringList words;
+    for (const std::wstring& keyword : request.keywords) words += shown(keyword);
+    return words;
+}
+
+QStringList candidatesOf(const host::PromptRequest& request) {
+    using Kind = host::PromptRequest::Kind;
+    if (request.kind == Kind::objects)
+        return {"All",   "Window",   "Crossing", "WPolygon", "CPolygon",
+                "Fence", "Previous", "Last",     "Add",      "Remove"};
+    if (request.kind != Kind::command) return keywordsOf(request);
+    QStringList names;
+    const auto* stack = static_cast<AcEdCommandStack*>(acrxSysRegistry()->at(ACRX_COMMAND_DOCK));
+    for (const auto& command : stack->commands()) names += shown(command->localName());
+    for (const host::SystemVariable& variable : host::systemVariables()) names += shown(variable.name);
+    return names;
+}
+
+} // namespace desk

@@ -1,0 +1,143 @@
+// Keys, history and completion of the command line.
+#include "apps/desk/command_line.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QVBoxLayout>
+#include <algorithm>
+
+namespace desk {
+namespace {
+
+constexpr int kMostLines = 5000; // of the transcript
+constexpr qsizetype kMostHistory = 500;
+constexpr qsizetype kMostOffered = 8;
+
+// The prompt as rich text: its keywords can be clicked.
+QString linked(const QString& prompt, const QStringList& keywords) {
+    QString html;
+    qsizetype at = 0;
+    for (const QString& keyword : keywords) {
+        const qsizetype found = prompt.indexOf(keyword, at, Qt::CaseInsensitive);
+        if (found < 0) continue;
+        html += prompt.mid(at, found - at).toHtmlEscaped() + "<a href=\"" + keyword.toHtmlEscaped() + "\">" +
+                prompt.mid(found, keyword.size()).toHtmlEscaped() + "</a>";
+        at = found + keyword.size();
+    }
+    return html + prompt.mid(at).toHtmlEscaped();
+}
+
+} // namespace
+
+CommandLine::CommandLine(QWidget* parent)
+    : QWidget(parent), transcript_(new QPlainTextEdit), prompt_(new QLabel), offered_(new QLabel),
+      input_(new QLineEdit) {
+    transcript_->setReadOnly(true);
+    transcript_->setMaximumBlockCount(kMostLines);
+    transcript_->setFocusPolicy(Qt::ClickFocus);
+    prompt_->setTextFormat(Qt::RichText);
+    input_->setObjectName("commandInput");
+    input_->setFrame(false);
+    input_->installEventFilter(this);
+    offered_->setEnabled(false);
+    auto* line = new QHBoxLayout;
+    line->addWidget(prompt_);
+    line->addWidget(input_, 1);
+    line->addWidget(offered_);
+    auto* all = new QVBoxLayout(this);
+    all->setContentsMargins(4, 4, 4, 4);
+    all->addWidget(transcript_, 1);
+    all->addLayout(line);
+    QObject::connect(prompt_, &QLabel::linkActivated, this, [this](const QString& keyword) {
+        input_->clear();
+        if (onLine) onLine(keyword);
+    });
+    QObject::connect(input_, &QLineEdit::textEdited, this, [this] { matched_ = -1, offer(); });
+}
+
+void CommandLine::showPrompt(const QString& prompt, const QStringList& keywords,
+                             const QStringList& candidates, bool blanksEnd) {
+    prompt_->setText(linked(prompt, keywords));
+    candidates_ = candidates;
+    blanksEnd_ = blanksEnd;
+    matched_ = -1;
+    offer();
+}
+
+void CommandLine::append(const QString& text) {
+    QTextCursor end(transcript_->document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(text);
+    transcript_->verticalScrollBar()->setValue(transcript_->verticalScrollBar()->maximum());
+}
+
+// The candidates that go on from what is typed, in their order.
+void CommandLine::offer() {
+    matches_.clear();
+    const QString typed = input_->text();
+    if (!typed.isEmpty())
+        for (const QString& candidate : candidates_)
+            if (candidate.startsWith(typed, Qt::CaseInsensitive)) matches_ += candidate;
+    offered_->setText(matches_.mid(0, kMostOffered).join("  ") +
+                      (matches_.size() > kMostOffered ? " ..." : ""));
+}
+
+void CommandLine::complete(int step) {
+    if (matches_.isEmpty()) return;
+    matched_ = matched_ < 0 ? (step > 0 ? 0 : matches_.size() - 1)
+                            : (matched_ + step + matches_.size()) % matches_.size();
+    input_->setText(matches_[matched_]);
+}
+
+void CommandLine::recall(int step) {
+    if (history_.isEmpty()) return;
+    recalled_ = std::clamp<qsizetype>(recalled_ + step, 0, history_.size());
+    input_->setText(recalled_ < history_.size() ? history_[recalled_] : QString());
+}
+
+void CommandLine::submit() {
+    const QString line = input_->text();
+    input_->clear();
+    if (!line.isEmpty() && (history_.isEmpty() || history_.back() != line)) history_ += line;
+    if (history_.size() > kMostHistory) history_.removeFirst();
+    recalled_ = history_.size();
+    if (onLine) onLine(line);
+}
+
+bool CommandLine::key(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return submit(), true;
+    case Qt::Key_Escape:
+        input_->clear();
+        offer();
+        if (onEscape) onEscape();
+        return true;
+    case Qt::Key_Up: return recall(-1), true;
+    case Qt::Key_Down: return recall(1), true;
+    case Qt::Key_Tab: return complete(1), true;
+    case Qt::Key_Backtab: return complete(-1), true;
+    case Qt::Key_Space: {
+        const QString typed = input_->text();
+        const bool within = typed.startsWith('(') || typed.count('"') % 2 == 1;
+        if (!blanksEnd_ || within) return false;
+        return submit(), true;
+    }
+    default: return false;
+    }
+}
+
+bool CommandLine::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == input_ && event->type() == QEvent::KeyPress && key(static_cast<QKeyEvent*>(event)))
+        return true;
+    return QWidget::eventFilter(watched, event);
+}
+
+void CommandLine::take(QKeyEvent* event) {
+    input_->setFocus();
+    QApplication::sendEvent(input_, event);
+}
+
+} // namespace desk

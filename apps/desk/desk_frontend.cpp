@@ -1,0 +1,370 @@
+// Waiting for answers, and what the user's hand means at each prompt.
+#include "apps/desk/desk_frontend.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QTimer>
+#include <QUrl>
+#include <algorithm>
+
+#include "apps/desk/candidates.h"
+#include "apps/desk/qt_text.h"
+#include "host/ed/editor.h"
+#include "host/ed/prompting.h"
+#include "host/ed/selection.h"
+#include "host/os/text.h"
+
+namespace desk {
+
+using Kind = host::PromptRequest::Kind;
+using host::PromptReply;
+using host::PromptRequest;
+
+namespace {
+
+constexpr int kLongWork = 700; // milliseconds until progress is shown
+
+PromptReply textReply(std::wstring text) {
+    PromptReply reply;
+    reply.kind = text.empty() ? PromptReply::Kind::enter : PromptReply::Kind::text;
+    reply.text = std::move(text);
+    return reply;
+}
+PromptReply pointReply(const AcGePoint3d& world) {
+    PromptReply reply;
+    reply.kind = PromptReply::Kind::point;
+    reply.point = host::worldToUcs(world);
+    return reply;
+}
+PromptReply cancelReply() {
+    PromptReply reply;
+    reply.kind = PromptReply::Kind::cancel;
+    return reply;
+}
+
+bool takesPoints(Kind kind) {
+    return kind == Kind::point || kind == Kind::corner || kind == Kind::distance || kind == Kind::angle;
+}
+
+std::vector<AcDbObjectId> pickedFirst() {
+    std::vector<AcDbObjectId> ids;
+    resbuf* set = nullptr;
+    acedSSGetFirst(nullptr, &set);
+    Adesk::Int32 count = 0;
+    if (set) acedSSLength(set->resval.rlname, &count);
+    for (Adesk::Int32 i = 0; i < count; ++i) {
+        ads_name name;
+        AcDbObjectId id;
+        if (acedSSName(set->resval.rlname, i, name) == RTNORM && acdbGetObjectId(id, name) == Acad::eOk &&
+            !id.isErased())
+            ids.push_back(id);
+    }
+    if (set) acedSSFree(set->resval.rlname), acutRelRb(set);
+    return ids;
+}
+
+// Prompts ask in their last line; what stands above it belongs to the transcript.
+std::wstring lastLine(const std::wstring& text) {
+    const size_t end = text.rfind(L'\n');
+    return end == text.npos ? text : text.substr(end + 1);
+}
+
+} // namespace
+
+DeskFrontEnd::DeskFrontEnd(Canvas& canvas, CommandLine& line)
+    : canvas_(canvas), line_(line),
+      transcript_([this](const std::string& text) { line_.append(QString::fromStdString(text)); }) {
+    line_.onLine = [this](const QString& text) { typeLine(wide(text)); };
+    line_.onEscape = [this] { escape(); };
+    canvas_.onKey = [this](QKeyEvent* event) { line_.take(event); };
+    canvas_.onEnter = [this] { typeLine(wide(line_.typed())); };
+    canvas_.onPoint = [this](const AcGePoint3d& world) { answer(pointReply(world)); };
+    canvas_.onEntity = [this](AcDbObjectId id, const AcGePoint3d& at, bool shift) {
+        pickEntity(id, at, shift);
+    };
+    canvas_.onWindow = [this](const AcGePoint3d& from, const AcGePoint3d& to, bool crossing, bool shift) {
+        pickWindow(from, to, crossing, shift);
+    };
+}
+
+DeskFrontEnd::~DeskFrontEnd() {
+    line_.onLine = {};
+    line_.onEscape = {};
+    canvas_.onKey = {};
+    canvas_.onEnter = {};
+    canvas_.onPoint = {};
+    canvas_.onEntity = {};
+    canvas_.onWindow = {};
+}
+
+// -- asking --------------------------------------------------------------------------------------------
+
+PromptReply DeskFrontEnd::ask(const PromptRequest& request) {
+    progress_.reset();
+    working_.invalidate();
+    if (closing_) {
+        PromptReply reply;
+        reply.kind = PromptReply::Kind::exhausted;
+        return reply;
+    }
+    if (std::exchange(stopAsked_, false)) return queue_.clear(), pending_.reset(), cancelReply();
+    if (!queue_.empty()) return fromQueue();
+    asked_ = request;
+    if (request.kind == Kind::command) endOfCommand();
+    if (std::optional<PromptReply> reply = fromSelection()) return *reply;
+    const std::wstring shownLine = lastLine(request.text);
+    transcript_.print(request.text.substr(0, request.text.size() - shownLine.size()));
+    if (pending_ && !pending_->atEnd()) return fromPending();
+    pending_.reset();
+    if (request.kind == Kind::file) return fileReply(request);
+    waitFor(request);
+    if (closing_) return ask(request);
+    if (!reply_) return fromPending();
+    echo(*reply_);
+    return *std::exchange(reply_, std::nullopt);
+}
+
+void DeskFrontEnd::waitFor(const PromptRequest& request) {
+    canvas_.refresh();
+    showOnCanvas(request);
+    line_.showPrompt(shown(host::trimmed(lastLine(request.text))), keywordsOf(request), candidatesOf(request),
+                     request.blanksEnd);
+    if (onPrompt) onPrompt();
+    reply_.reset();
+    QEventLoop loop;
+    loop_ = &loop;
+    loop.exec();
+    loop_ = nullptr;
+    canvas_.want({});
+}
+
+void DeskFrontEnd::showOnCanvas(const PromptRequest& request) {
+    Canvas::Want want;
+    if (takesPoints(request.kind)) want.kind = Canvas::Want::Kind::point;
+    if (request.kind == Kind::entity || request.kind == Kind::nestedEntity)
+        want.kind = Canvas::Want::Kind::entity;
+    if (request.kind == Kind::objects || request.kind == Kind::command)
+        want.kind = Canvas::Want::Kind::objects;
+    if (request.base) want.base = host::ucsToWorld(*request.base);
+    want.corner = request.kind == Kind::corner;
+    canvas_.want(want);
+}
+
+PromptReply DeskFrontEnd::fromQueue() {
+    PromptReply reply = queue_.front();
+    queue_.pop_front();
+    return reply;
+}
+
+// What was selected before the command answers its first "Select objects", one by one and in silence.
+std::optional<PromptReply> DeskFrontEnd::fromSelection() {
+    const bool same = asked_.kind == Kind::objects && (fed_ == 0 || asked_.text == fedPrompt_);
+    if (feed_.empty() || !same) {
+        if (asked_.kind != Kind::command) feed_.clear();
+        return std::nullopt;
+    }
+    fedPrompt_ = asked_.text;
+    if (fed_ < feed_.size()) {
+        PromptReply reply;
+        reply.kind = PromptReply::Kind::entity;
+        reply.entity = feed_[fed_++];
+        return reply;
+    }
+    feed_.clear();
+    print(L"\n" + std::to_wstring(fed_) + L" found");
+    return textReply({});
+}
+
+// A command has ended, or none has run yet: what it left selected is selected now.
+void DeskFrontEnd::endOfCommand() {
+    feed_.clear();
+    fed_ = 0;
+    if (!std::exchange(commandRan_, false)) return;
+    const std::vector<AcDbObjectId> left = pickedFirst();
+    if (left == selected_) return clearSelection();
+    selected_ = left;
+    canvas_.setSelected(selected_);
+}
+
+PromptReply DeskFrontEnd::fromPending() {
+    const host::ScriptReader::Answer typed = asked_.kind == Kind::dialog
+                                                 ? pending_->nextAction()
+                                                 : pending_->next(asked_.blanksEnd, asked_.pointing());
+    PromptReply reply = typed.escape ? cancelReply() : textReply(typed.text);
+    if (asked_.kind == Kind::command && !typed.escape) {
+        commandRan_ = true;
+        feed_ = selected_;
+    }
+    echo(reply);
+    return reply;
+}
+
+void DeskFrontEnd::echo(const PromptReply& reply) {
+    std::wstring said = reply.text;
+    if (reply.kind == PromptReply::Kind::cancel) said = L"*Cancel*";
+    transcript_.print(lastLine(asked_.text) + said);
+    transcript_.finishLine();
+}
+
+PromptReply DeskFrontEnd::fileReply(const PromptRequest& request) {
+    // The command asks itself before it replaces a file, and tells of one that isn't there.
+    QFileDialog dialog(line_.window(), shown(host::trimmed(request.text)));
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    PromptReply reply = cancelReply();
+    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
+        reply = textReply(wide(dialog.selectedFiles().front()));
+    echo(reply);
+    return reply;
+}
+
+void DeskFrontEnd::answer(PromptReply reply) {
+    if (!loop_) return;
+    reply_ = std::move(reply);
+    loop_->quit();
+}
+
+void DeskFrontEnd::typeLine(const std::wstring& line) {
+    if (!loop_) return;
+    host::ScriptReader reader(line + L"\n");
+    if (reader.atEnd()) return; // a comment
+    pending_ = std::move(reader);
+    loop_->quit();
+}
+
+void DeskFrontEnd::runLine(const std::wstring& line) {
+    if (!loop_) return;
+    if (asked_.kind == Kind::command) return typeLine(line);
+    // What runs is cancelled at as many prompts as it takes; the line waits for the command prompt.
+    escape();
+    QTimer::singleShot(0, qApp, [this, line] { runLine(line); });
+}
+
+void DeskFrontEnd::escape() {
+    if (!loop_) return void(stopAsked_ = true);
+    if (asked_.kind == Kind::command) clearSelection();
+    answer(cancelReply());
+}
+
+void DeskFrontEnd::close() {
+    closing_ = true;
+    if (loop_) loop_->quit();
+}
+
+// -- picks ---------------------------------------------------------------------------------------------
+
+void DeskFrontEnd::pickEntity(AcDbObjectId entity, const AcGePoint3d& world, bool shift) {
+    if (asked_.kind == Kind::command) return select({entity}, shift);
+    PromptReply reply = pointReply(world);
+    if (asked_.kind == Kind::objects && entity.isNull()) return;
+    if (asked_.kind == Kind::objects && shift) {
+        reply.entity = entity;
+        reply.kind = PromptReply::Kind::entity;
+        queue_ = {reply, textReply(L"_A")};
+        return answer(textReply(L"_R"));
+    }
+    if (!entity.isNull() && asked_.kind != Kind::nestedEntity) {
+        reply.kind = PromptReply::Kind::entity;
+        reply.entity = entity;
+    }
+    answer(reply);
+}
+
+void DeskFrontEnd::pickWindow(const AcGePoint3d& from, const AcGePoint3d& to, bool crossing, bool shift) {
+    if (asked_.kind == Kind::command) {
+        const AcGePoint3d a = host::worldToUcs(from), b = host::worldToUcs(to);
+        return select(
+            host::entitiesIn({from, host::ucsToWorld({b.x, a.y, a.z}), to, host::ucsToWorld({a.x, b.y, a.z})},
+                             crossing),
+            shift);
+    }
+    queue_ = {pointReply(from), pointReply(to)};
+    PromptReply first = textReply(crossing ? L"_C" : L"_W");
+    if (shift) {
+        queue_.push_front(first);
+        queue_.push_back(textReply(L"_A"));
+        first = textReply(L"_R");
+    }
+    answer(first);
+}
+
+void DeskFrontEnd::select(const std::vector<AcDbObjectId>& entities, bool shift) {
+    for (const AcDbObjectId id : entities) {
+        if (id.isNull()) continue;
+        const auto found = std::find(selected_.begin(), selected_.end(), id);
+        if (shift && found != selected_.end())
+            selected_.erase(found);
+        else if (!shift && found == selected_.end())
+            selected_.push_back(id);
+    }
+    tellSelection();
+}
+
+void DeskFrontEnd::clearSelection() {
+    selected_.clear();
+    tellSelection();
+}
+
+void DeskFrontEnd::tellSelection() {
+    canvas_.setSelected(selected_);
+    ads_name set, name;
+    if (acedSSAdd(nullptr, nullptr, set) != RTNORM) return;
+    for (const AcDbObjectId id : selected_)
+        if (acdbGetAdsName(name, id) == Acad::eOk) acedSSAdd(name, set, set);
+    acedSSSetFirst(nullptr, set);
+    acedSSFree(set);
+}
+
+// -- telling -------------------------------------------------------------------------------------------
+
+void DeskFrontEnd::print(const std::wstring& text) {
+    if (feed_.empty() || fed_ == 0) transcript_.print(text);
+}
+
+int DeskFrontEnd::messageBox(const host::MessageBox& box) {
+    const bool asks = (box.style & 15) == kMessageYesNo;
+    transcript_.finishLine();
+    transcript_.print(box.text + L"\n");
+    QMessageBox message(asks ? QMessageBox::Question : QMessageBox::Information,
+                        box.caption.empty() ? "Corvane" : shown(box.caption), shown(box.text),
+                        asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, line_.window());
+    message.setTextFormat(Qt::PlainText);
+    const int pressed = message.exec();
+    return !asks ? kAnswerOk : pressed == QMessageBox::Yes ? kAnswerYes : kAnswerNo;
+}
+
+void DeskFrontEnd::open(const std::wstring& target) {
+    const QUrl url = QUrl::fromUserInput(shown(target));
+    if (!QDesktopServices::openUrl(url)) print(L"\nCould not be opened: " + target);
+}
+
+bool DeskFrontEnd::progress(const std::wstring& caption, double share) {
+    if (!working_.isValid()) working_.start();
+    if (share >= 0 && !progress_ && working_.elapsed() > kLongWork) {
+        progress_ = std::make_unique<QProgressDialog>(QString(), "Cancel", 0, 1000, line_.window());
+        progress_->setWindowModality(Qt::ApplicationModal);
+        progress_->setMinimumDuration(0);
+        progress_->setAutoClose(false);
+        progress_->setAutoReset(false);
+    }
+    if (progress_ && share >= 0) {
+        progress_->setLabelText(shown(caption));
+        progress_->setValue(int(std::clamp(share, 0.0, 1.0) * 1000));
+    }
+    const bool stopped = (progress_ && progress_->wasCanceled()) || std::exchange(stopAsked_, false);
+    return !stopped;
+}
+
+void DeskFrontEnd::redraw() { canvas_.refresh(); }
+
+void DeskFrontEnd::wait(unsigned milliseconds) {
+    canvas_.refresh();
+    QEventLoop loop;
+    QTimer::singleShot(int(std::min(milliseconds, 60'000u)), &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+} // namespace desk

@@ -1,0 +1,53 @@
+// The program with the window: opens the drawing that is named and runs until its window is closed.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QTimer>
+
+#include "apps/desk/desk.h"
+
+namespace {
+
+// Types the lines one after the other, each at a prompt, then writes the picture and ends the program.
+void play(desk::Desk& desk, QStringList lines, const QString& picture) {
+    constexpr int kPause = 60; // milliseconds, for the window to settle
+    QTimer::singleShot(kPause, &desk.window(), [&desk, lines, picture]() mutable {
+        if (!lines.isEmpty()) {
+            desk.frontEnd().typeLine(lines.takeFirst().toStdWString());
+            return play(desk, lines, picture);
+        }
+        if (picture.isEmpty()) return;
+        desk.window().grab().save(picture);
+        desk.discard();
+        desk.window().close();
+    });
+}
+
+} // namespace
+
+int main(int count, char** words) {
+    QApplication application(count, words);
+    QApplication::setApplicationName("corvane-desk");
+    QApplication::setApplicationDisplayName("Corvane");
+    QApplication::setApplicationVersion(CORVANE_VERSION);
+    QCommandLineParser parser;
+    parser.setApplicationDescription("Corvane's window to draw in.");
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption language("lang", "Speak this language, such as en or zh-cn.", "code");
+    const QCommandLineOption picture("screenshot", "Write a picture of the window once it stands, and end.",
+                                     "file");
+    const QCommandLineOption line("line", "Type this line first; may be given several times.", "text");
+    parser.addOptions({language, picture, line});
+    parser.addPositionalArgument("drawing", "The drawing to open.", "[DRAWING.dxf]");
+    parser.process(application);
+    const QStringList named = parser.positionalArguments();
+
+    desk::Desk desk;
+    desk.window().show();
+    if (!desk.start(named.isEmpty() ? std::string() : named.front().toStdString(),
+                    parser.value(language).toStdString()))
+        return 3;
+    play(desk, parser.values(line), parser.value(picture));
+    desk.run();
+    return 0;
+}
