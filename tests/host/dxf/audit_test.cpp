@@ -203,7 +203,7 @@ TEST(Recovery, MendedObjectsKeepTheRest) {
     ASSERT_EQ(mended.model().size(), 1u);
     const std::string bytes = drawingBytes(mended.database);
     EXPECT_NE(bytes.find("AcDbLeader\n  3\nStandard\n340\n0\n 76\n2\n 10\n1.0"), std::string::npos);
-    EXPECT_STREQ(mended.model()[0]->layer(), L"Walls");
+    EXPECT_EQ(mended.model()[0]->layerName(), L"Walls");
     EXPECT_EQ(mended.model()[0]->ownerId(), mended.database.modelSpaceId());
     Read again(bytes);
     EXPECT_TRUE(drawingBytes(again.database) == bytes);
