@@ -12,6 +12,7 @@
 #include "curves/division/division_commands.h"
 #include "curves/reports/report_commands.h"
 #include "curves/smoothing/smoothing_commands.h"
+#include "raster/vectorizing/outline_dialog.h"
 
 namespace corvane {
 namespace {
@@ -75,7 +76,7 @@ constexpr CommandEntry kTable[] = {
     {L"SCVN_linkLineAuto", L"linkLineAuto", ACRX_CMD_MODAL, Section::associative, nullptr, L"自动角度连接线"},
     {L"SCVN_INOFFSET", L"INOFFSET", ACRX_CMD_MODAL, Section::curves, nullptr, L"向内连续偏移直至无法偏移"},
     {L"SCVN_makeOutline", L"makeOutline", ACRX_CMD_MODAL, Section::curves, nullptr, L"选中对象的外轮廓"},
-    {L"SCVN_VECTORIZE", L"R2V", ACRX_CMD_MODAL, Section::raster, nullptr, L"光栅图像转多段线"},
+    {L"SCVN_VECTORIZE", L"R2V", ACRX_CMD_MODAL, Section::raster, VectorizeCommand, L"光栅图像转多段线"},
     {L"SCVN_ImageHoleNet", L"txwk", ACRX_CMD_MODAL, Section::raster, nullptr, L"图像孔网"},
     {L"SCVN_imgAffect", L"imgAffect", ACRX_CMD_MODAL, Section::raster, nullptr, L"图像影响变换"},
     {L"SCVN_ParaHatch", L"ParaHatch", ACRX_CMD_MODAL, Section::raster, nullptr, L"光栅浮雕线"},

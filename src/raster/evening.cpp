@@ -7,7 +7,7 @@
 namespace corvane::raster {
 namespace {
 
-constexpr double kMostTolerance = 0.7, kSpeck = 16, kBendShare = 1.25;
+constexpr double kMostTolerance = 1, kSpeck = 16, kBendShare = 0.7;
 constexpr double kFlatness = 0.05; // pixels between a parabola and its chords
 constexpr double kMostLevel = 10, kSamePoint = 1e-9;
 // A turn by one radian: 2 sin(1/2) / 4 away from the corner for each unit of leg.
@@ -101,6 +101,12 @@ void turn(PathPoint before, PathPoint corner, PathPoint after, double most, std:
     }
 }
 
+std::vector<PathPoint> asTraced(const PixelPath& path) {
+    std::vector<PathPoint> line;
+    for (const PixelPoint p : path) line.push_back({double(p.x), double(p.y)});
+    return line;
+}
+
 } // namespace
 
 double EveningTolerance(double size, double level) {
@@ -108,14 +114,11 @@ double EveningTolerance(double size, double level) {
 }
 
 std::vector<PathPoint> EvenPath(const PixelPath& path, bool closed, double tolerance) {
-    std::vector<PathPoint> line;
-    if (!(tolerance > 0) || path.size() < 3) {
-        for (const PixelPoint p : path) line.push_back({double(p.x), double(p.y)});
-        return line;
-    }
+    if (!(tolerance > 0) || path.size() < 3) return asTraced(path);
     const std::vector<PathPoint> corners = edgesOf(path, closed, tolerance);
     const std::size_t n = corners.size();
-    if (n < 3) return corners;
+    if (n < 3) return closed ? asTraced(path) : corners; // a sliver would be no ring any more
+    std::vector<PathPoint> line;
     const double most = kBendShare * tolerance;
     if (!closed) line.push_back(corners.front());
     for (std::size_t i = closed ? 0 : 1; i < (closed ? n : n - 1); ++i)

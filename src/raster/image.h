@@ -1,5 +1,5 @@
 // The values that the raster library works on: images as plain arrays, pixels, paths of pixels. No type of
-// the host appears in this folder but in the files of the command (vectorize_command, outline_dialog).
+// the host appears in this folder; the command that traces images into the drawing is in raster/vectorizing.
 #pragma once
 #include <compare>
 #include <cstddef>

@@ -141,12 +141,12 @@ TEST(SkeletonPaths, OfTwoStrokesSideBySideTheShorterGoes) {
 
 TEST(Evening, StaysWithinAPixelAndRoundsWhatIsRound) {
     const double tolerance = EveningTolerance(240, 10);
-    EXPECT_EQ(0.7, tolerance);
+    EXPECT_EQ(1, tolerance);
     const auto rings = outlines(inkOf(disc(60, 40)));
     for (const PixelPath& ring : rings) {
         const auto line = EvenPath(ring, true, tolerance);
         const double radius = std::hypot(ring[0].x - 70, ring[0].y - 70);
-        for (const PixelPoint p : ring) EXPECT_LT(toLine({double(p.x), double(p.y)}, line, true), 1.1);
+        for (const PixelPoint p : ring) EXPECT_LT(toLine({double(p.x), double(p.y)}, line, true), 1.3);
         double sharpest = 0;
         for (size_t i = 0; i < line.size(); ++i) {
             const PathPoint a = line[i], b = line[(i + 1) % line.size()], c = line[(i + 2) % line.size()];
@@ -161,17 +161,17 @@ TEST(Evening, StaysWithinAPixelAndRoundsWhatIsRound) {
 
 TEST(Evening, KeepsCornersEndsAndSpecks) {
     const PixelPath square{{0, 0}, {30, 0}, {30, 20}, {0, 20}};
-    EXPECT_EQ(4u, EvenPath(square, true, 0.7).size());
+    EXPECT_EQ(4u, EvenPath(square, true, 1).size());
     const PixelPath bend{{0, 0}, {100, 0}, {190, 40}};
-    EXPECT_GT(EvenPath(bend, false, 0.7).size(), 4u) << "a turn of 24 degrees is rounded";
-    for (const PathPoint p : EvenPath(bend, false, 0.7))
+    EXPECT_GT(EvenPath(bend, false, 1).size(), 4u) << "a turn of 24 degrees is rounded";
+    for (const PathPoint p : EvenPath(bend, false, 1))
         EXPECT_LT(toLine(p, {{0, 0}, {100, 0}, {190, 40}}, false), 0.9);
     PixelPath stairs;
     for (int x = 0; x <= 60; ++x) stairs.push_back({x, x / 3});
-    const auto line = EvenPath(stairs, false, 0.7);
+    const auto line = EvenPath(stairs, false, 1);
     EXPECT_EQ(2u, line.size()) << "a slope is one edge";
     EXPECT_EQ(60, line.back().x);
     EXPECT_EQ(stairs.size(), EvenPath(stairs, false, 0).size());
-    EXPECT_NEAR(0.175, EveningTolerance(4, 10), 1e-12) << "specks keep their shape";
+    EXPECT_NEAR(0.25, EveningTolerance(4, 10), 1e-12) << "specks keep their shape";
     EXPECT_EQ(0, EveningTolerance(100, 0));
 }
