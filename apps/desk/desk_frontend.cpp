@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <QUrl>
 #include <algorithm>
+#include <unordered_set>
 
 #include "apps/desk/candidates.h"
 #include "apps/desk/qt_text.h"
@@ -66,6 +67,21 @@ std::vector<AcDbObjectId> pickedFirst() {
     return ids;
 }
 
+// With these added, each once, or taken away.
+std::vector<AcDbObjectId> changed(std::vector<AcDbObjectId> set, const std::vector<AcDbObjectId>& by,
+                                  bool away) {
+    std::unordered_set<AcDbObjectId> present(set.begin(), set.end()), gone;
+    for (const AcDbObjectId id : by) {
+        if (id.isNull()) continue;
+        if (away)
+            gone.insert(id);
+        else if (present.insert(id).second)
+            set.push_back(id);
+    }
+    std::erase_if(set, [&](AcDbObjectId id) { return gone.count(id) > 0; });
+    return set;
+}
+
 // Prompts ask in their last line; what stands above it belongs to the transcript.
 std::wstring lastLine(const std::wstring& text) {
     const size_t end = text.rfind(L'\n');
@@ -114,11 +130,16 @@ PromptReply DeskFrontEnd::ask(const PromptRequest& request) {
     if (!queue_.empty()) return fromQueue();
     asked_ = request;
     if (request.kind == Kind::command) endOfCommand();
+    if (request.kind != Kind::objects && !picked_.empty()) showPicked({});
     if (std::optional<PromptReply> reply = fromSelection()) return *reply;
     const std::wstring shownLine = lastLine(request.text);
     transcript_.print(request.text.substr(0, request.text.size() - shownLine.size()));
-    if (pending_ && !pending_->atEnd()) return fromPending();
-    pending_.reset();
+    if (pending_ && pending_->atEnd()) pending_.reset();
+    if (!pending_ && !ahead_.empty()) {
+        pending_ = std::move(ahead_.front());
+        ahead_.pop_front();
+    }
+    if (pending_) return fromPending();
     if (request.kind == Kind::file) return fileReply(request);
     waitFor(request);
     if (closing_) return ask(request);
@@ -222,29 +243,30 @@ PromptReply DeskFrontEnd::fileReply(const PromptRequest& request) {
 }
 
 void DeskFrontEnd::answer(PromptReply reply) {
-    if (!loop_) return;
+    if (!waiting()) return;
     reply_ = std::move(reply);
     loop_->quit();
 }
 
+// Lines that come while a command works, or before the loop has ended, wait for the prompts that follow.
 void DeskFrontEnd::typeLine(const std::wstring& line) {
-    if (!loop_) return;
     host::ScriptReader reader(line + L"\n");
     if (reader.atEnd()) return; // a comment
+    if (!waiting()) return ahead_.push_back(std::move(reader));
     pending_ = std::move(reader);
     loop_->quit();
 }
 
 void DeskFrontEnd::runLine(const std::wstring& line) {
-    if (!loop_) return;
-    if (asked_.kind == Kind::command) return typeLine(line);
+    if (waiting() && asked_.kind == Kind::command) return typeLine(line);
     // What runs is cancelled at as many prompts as it takes; the line waits for the command prompt.
     escape();
     QTimer::singleShot(0, qApp, [this, line] { runLine(line); });
 }
 
 void DeskFrontEnd::escape() {
-    if (!loop_) return void(stopAsked_ = true);
+    ahead_.clear();
+    if (!waiting()) return void(stopAsked_ = !loop_);
     if (asked_.kind == Kind::command) clearSelection();
     answer(cancelReply());
 }
@@ -260,6 +282,7 @@ void DeskFrontEnd::pickEntity(AcDbObjectId entity, const AcGePoint3d& world, boo
     if (asked_.kind == Kind::command) return select({entity}, shift);
     PromptReply reply = pointReply(world);
     if (asked_.kind == Kind::objects && entity.isNull()) return;
+    if (asked_.kind == Kind::objects) showPicked(changed(picked_, {entity}, shift));
     if (asked_.kind == Kind::objects && shift) {
         reply.entity = entity;
         reply.kind = PromptReply::Kind::entity;
@@ -274,13 +297,11 @@ void DeskFrontEnd::pickEntity(AcDbObjectId entity, const AcGePoint3d& world, boo
 }
 
 void DeskFrontEnd::pickWindow(const AcGePoint3d& from, const AcGePoint3d& to, bool crossing, bool shift) {
-    if (asked_.kind == Kind::command) {
-        const AcGePoint3d a = host::worldToUcs(from), b = host::worldToUcs(to);
-        return select(
-            host::entitiesIn({from, host::ucsToWorld({b.x, a.y, a.z}), to, host::ucsToWorld({a.x, b.y, a.z})},
-                             crossing),
-            shift);
-    }
+    const AcGePoint3d a = host::worldToUcs(from), b = host::worldToUcs(to);
+    const std::vector<AcDbObjectId> hit = host::entitiesIn(
+        {from, host::ucsToWorld({b.x, a.y, a.z}), to, host::ucsToWorld({a.x, b.y, b.z})}, crossing);
+    if (asked_.kind == Kind::command) return select(hit, shift);
+    showPicked(changed(picked_, hit, shift));
     queue_ = {pointReply(from), pointReply(to)};
     PromptReply first = textReply(crossing ? L"_C" : L"_W");
     if (shift) {
@@ -291,15 +312,14 @@ void DeskFrontEnd::pickWindow(const AcGePoint3d& from, const AcGePoint3d& to, bo
     answer(first);
 }
 
+// While a command asks for objects its picks shine; the command itself may pass some of them over.
+void DeskFrontEnd::showPicked(std::vector<AcDbObjectId> picked) {
+    picked_ = std::move(picked);
+    canvas_.setSelected(picked_.empty() ? selected_ : picked_);
+}
+
 void DeskFrontEnd::select(const std::vector<AcDbObjectId>& entities, bool shift) {
-    for (const AcDbObjectId id : entities) {
-        if (id.isNull()) continue;
-        const auto found = std::find(selected_.begin(), selected_.end(), id);
-        if (shift && found != selected_.end())
-            selected_.erase(found);
-        else if (!shift && found == selected_.end())
-            selected_.push_back(id);
-    }
+    selected_ = changed(selected_, entities, shift);
     tellSelection();
 }
 

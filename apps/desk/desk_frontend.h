@@ -42,11 +42,12 @@ public:
     void close();
     void reopen() { closing_ = false; }
     // No command runs: the prompt of the moment asks for one.
-    bool idle() const { return loop_ && asked_.kind == host::PromptRequest::Kind::command; }
+    bool idle() const { return waiting() && asked_.kind == host::PromptRequest::Kind::command; }
 
     std::function<void()> onPrompt; // each time before it waits
 
 private:
+    bool waiting() const { return loop_ && !reply_ && !pending_ && !closing_; }
     host::PromptReply fromQueue();
     std::optional<host::PromptReply> fromSelection();
     host::PromptReply fromPending();
@@ -59,6 +60,7 @@ private:
     void pickEntity(AcDbObjectId entity, const AcGePoint3d& world, bool shift);
     void pickWindow(const AcGePoint3d& from, const AcGePoint3d& to, bool crossing, bool shift);
     void select(const std::vector<AcDbObjectId>& entities, bool shift);
+    void showPicked(std::vector<AcDbObjectId> picked);
     void clearSelection();
     void tellSelection();
 
@@ -69,8 +71,10 @@ private:
     std::optional<host::PromptReply> reply_;
     std::deque<host::PromptReply> queue_;       // the rest of an answer in parts, such as a window's corners
     std::optional<host::ScriptReader> pending_; // the typed line, as far as it isn't answered yet
+    std::deque<host::ScriptReader> ahead_;      // lines typed before anybody asked
     QEventLoop* loop_ = nullptr;
     std::vector<AcDbObjectId> selected_; // before a command
+    std::vector<AcDbObjectId> picked_;   // at the "Select objects" of the moment
     std::vector<AcDbObjectId> feed_;     // those of them that answer the command's first selection
     size_t fed_ = 0;                     // how many have
     std::wstring fedPrompt_;
