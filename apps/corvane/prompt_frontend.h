@@ -23,6 +23,7 @@ public:
     void open(const std::wstring& target) override;
     bool progress(const std::wstring& caption, double share) override;
     bool interactive() const override { return true; }
+    bool unwindsWhenExhausted() const override { return true; }
 
     // Asks whether unsaved changes may be lost; true when there are none. After a no, answers are
     // taken again.

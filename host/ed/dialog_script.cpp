@@ -277,6 +277,7 @@ namespace {
 class PromptedDialogs final : public DialogRunner {
 public:
     void run(HWND dialog) override {
+        const DialogRuns running;
         settle();
         while (!dialogEnded(dialog)) {
             PromptRequest request;

@@ -59,8 +59,10 @@ struct MessageBox {
 class FrontEnd {
 public:
     virtual ~FrontEnd() = default;
-    // Asks once. `exhausted` when no answer will ever come: the editor unwinds the command.
+    // Asks once. `exhausted` when no answer will ever come.
     virtual PromptReply ask(const PromptRequest& request) = 0;
+    // Whether the first prompt without an answer ends the command; else the command hears of an Esc.
+    virtual bool unwindsWhenExhausted() const { return false; }
     // Text for the command line window, as it comes: without line ends of its own.
     virtual void print(const std::wstring& text) = 0;
     virtual int messageBox(const MessageBox& box) = 0;

@@ -19,9 +19,20 @@ struct InputRules {
 };
 InputRules takeInputRules();
 
-// Asks once. Runs transparent commands that are typed instead of an answer and asks again. Esc and exhaustion
-// come back as cancel; a command that goes on asking when nothing more will come is unwound (CommandUnwound).
+// Asks once. Runs transparent commands that are typed instead of an answer and asks again. Esc comes back as
+// cancel. When nothing more will come the command is unwound (CommandUnwound), so that none goes on with
+// values that nobody chose; while a dialog runs, and for commands called from code, that comes back as
+// cancel, too, unless it is asked again and again.
 PromptReply askFrontEnd(const PromptRequest& request);
+
+// While one stands a dialog runs, which closes by itself when nothing more will come.
+class DialogRuns {
+public:
+    DialogRuns();
+    ~DialogRuns();
+    DialogRuns(const DialogRuns&) = delete;
+    DialogRuns& operator=(const DialogRuns&) = delete;
+};
 void printLine(const std::wstring& text);
 // The keyword or other text behind the last RTKWORD, for acedGetInput.
 void setLastInput(std::wstring text);

@@ -16,7 +16,8 @@ using Kind = PromptRequest::Kind;
 
 InputRules pending;
 std::wstring lastInput;
-int unanswered = 0; // asks in a row that met the end of the answers
+int unanswered = 0;     // asks in a row that met the end of the answers
+int runningDialogs = 0; // one inside another
 
 // A command that asks this often after the last answer will never stop by itself.
 constexpr int kMostUnanswered = 32;
@@ -186,15 +187,20 @@ InputRules takeInputRules() { return std::exchange(pending, {}); }
 void setLastInput(std::wstring text) { lastInput = std::move(text); }
 void printLine(const std::wstring& text) { frontEnd().print(text); }
 
+DialogRuns::DialogRuns() { ++runningDialogs; }
+DialogRuns::~DialogRuns() { --runningDialogs; }
+
 PromptReply askFrontEnd(const PromptRequest& request) {
     for (;;) {
         PromptReply reply = frontEnd().ask(request);
         if (reply.kind == PromptReply::Kind::exhausted) {
-            if (++unanswered > kMostUnanswered) {
+            noteCancelled();
+            const bool unwinds =
+                frontEnd().unwindsWhenExhausted() && runningDialogs == 0 && runningCommands() > 0;
+            if (unwinds || ++unanswered > kMostUnanswered) {
                 unanswered = 0;
                 throw CommandUnwound{};
             }
-            noteCancelled();
             reply.kind = PromptReply::Kind::cancel;
             return reply;
         }

@@ -64,6 +64,7 @@ public:
     int messageBox(const MessageBox& box) override;
     void open(const std::wstring& target) override;
     bool progress(const std::wstring& caption, double share) override;
+    bool unwindsWhenExhausted() const override { return true; }
     Transcript& transcript() { return transcript_; }
     // A prompt inside a command found no more answers.
     bool ranDry() const { return ranDry_; }

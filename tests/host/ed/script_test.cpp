@@ -1,4 +1,5 @@
 // How a script is cut into answers, and what its transcript looks like.
+#include "host/ed/commands.h"
 #include "tests/host/ed/support.h"
 
 using namespace host;
@@ -68,6 +69,26 @@ TEST(Script, CommandThatAsksOnIsCancelledWhenTheAnswersEnd) {
     EXPECT_THAT(transcript, testing::EndsWith("Specify next point or [Undo]: \n"));
     EXPECT_EQ(1u, bench.entities().size()); // what was drawn before stays, as at Esc
     EXPECT_EQ(0, runningCommands());
+}
+
+// Commands that take Esc for "the usual value" would otherwise change the drawing by values that nobody
+// chose.
+TEST(Script, NoCommandGoesOnBehindThePromptThatFoundNoAnswer) {
+    Bench bench;
+    static int status = 0;
+    auto& stack = *static_cast<AcEdCommandStack*>(acrxSysRegistry()->at(ACRX_COMMAND_DOCK));
+    stack.addCommand(L"DRY_TESTS", L"DRYASK", L"DRYASK", 0, [] {
+        short value = 0;
+        status = acedGetShort(L"\nPrecision <10>: ", &value);
+    });
+    bench.run(L"DRYASK ^C\n");
+    EXPECT_EQ(RTCAN, status);
+    status = 0;
+    bench.run(L"DRYASK\n");
+    EXPECT_EQ(0, status); // it never came back
+    EXPECT_TRUE(bench.ranDry);
+    EXPECT_EQ(0, runningCommands());
+    stack.removeGroup(L"DRY_TESTS");
 }
 
 TEST(Script, EscapeCancelsTheCommandAndTheNextOneRuns) {
