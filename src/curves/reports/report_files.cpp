@@ -9,11 +9,11 @@ namespace corvane {
 
 bool AskTableFileName(const wchar_t* filter, std::wstring& path) {
     constexpr DWORD kFlags = 0x80002; // explorer style, asks before it replaces a file
-    CFileDialog dialog(FALSE, L"(*.xls)|*.xls", nullptr, kFlags, Translate(filter));
+    CFileDialog dialog(FALSE, nullptr, nullptr, kFlags, Translate(filter));
     if (dialog.DoModal() != IDOK) return PrintLine(L"\n未设定文件名。\n"), false;
     path = std::wstring(dialog.GetPathName());
     constexpr std::wstring_view kSheet = L".xls";
-    if (const size_t at = path.rfind(kSheet); at != path.npos) path.replace(at, kSheet.size(), L".html");
+    if (path.ends_with(kSheet)) path.replace(path.size() - kSheet.size(), kSheet.size(), L".html");
     return true;
 }
 

@@ -6,9 +6,9 @@
 
 namespace corvane {
 
-// Asks for the name of a report; `filter` is the source text of the dialog's filter. In the name ".xls" is
-// replaced by ".html": spreadsheet programs open that, and name what it is. False when the user gave none,
-// which is told.
+// Asks for the name of a report; `filter` is the source text of the dialog's filter. A name that
+// ends in ".xls" ends in ".html" then: spreadsheet programs open that, and name what it is; others are kept.
+// False when the user gave none, which is told.
 bool AskTableFileName(const wchar_t* filter, std::wstring& path);
 // True when a file of that name can be written; else says so in a box with the format's source text.
 bool CanWriteReport(const std::wstring& path, const wchar_t* failure);

@@ -121,6 +121,20 @@ TEST(Reports, CirclesEllipsesAndArcsGiveTheirMeasures) {
     EXPECT_FALSE(drawing.ranDry);
 }
 
+TEST(Reports, OnlyTheEndingOfANameChanges) {
+    const Folder folder;
+    Drawing drawing;
+    drawing.add(std::make_unique<AcDbCircle>(AcGePoint3d(1, 2, 0), AcGeVector3d::kZAxis, 10));
+    std::filesystem::create_directory(host::utf8(folder.file(L"old.xls.d")));
+    const std::pair<const wchar_t*, const wchar_t*> rows[] = {
+        {L"plain", L"plain"}, {L"old.xls.d/c", L"old.xls.d/c"}, {L"a.xls.xls", L"a.xls.html"}};
+    for (const auto& [chosen, written] : rows) {
+        drawing.run(L"CLIST all\n\n" + folder.file(chosen) + L"\nn\n");
+        EXPECT_TRUE(std::filesystem::is_regular_file(host::utf8(folder.file(written))))
+            << host::utf8(written);
+    }
+}
+
 TEST(Reports, LengthsAreSummedByKindBesideTheDrawing) {
     const Folder folder;
     Drawing drawing;
