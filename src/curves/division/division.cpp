@@ -12,11 +12,13 @@ namespace {
 
 constexpr double kShortest = 0.0001;
 
-// A polyline through the points in the curve's place.
+// A polyline through the points in the curve's place, with its layer, colour and the like.
 bool replaceBy(AcDbCurve& curve, const std::vector<AcGePoint3d>& points, AcDbObjectId& made) {
     if (MakePolylineThroughPoints(made, int(points.size()), points.data(), curve.isClosed(), &curve) !=
         Acad::eOk)
         return false;
+    if (AcDbObjectPointer<AcDbEntity> polyline(made, AcDb::kForWrite); polyline)
+        polyline->setPropertiesFrom(&curve);
     return (curve.isWriteEnabled() || curve.upgradeOpen() == Acad::eOk) && curve.erase() == Acad::eOk;
 }
 

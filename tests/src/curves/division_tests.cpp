@@ -53,6 +53,19 @@ TEST(Division, EqualPartsReplaceTheCurveAndMeetItsEnds) {
     EXPECT_TRUE(polyline->isClosed());
 }
 
+TEST(Division, WhatReplacesACurveKeepsItsLayerAndColour) {
+    Drawing drawing;
+    drawing.run(L"-LAYER m\nthin\n\n\nLINE 0,0 30,0 \n-LAYER s\n0\n\n");
+    const auto line = drawing.only<AcDbLine>();
+    AcDbObjectPointer<AcDbEntity>(line, AcDb::kForWrite)->setColorIndex(3);
+    for (const wchar_t* script : {L"PLDF all\n\n7\n", L"PLDJDF all\n\n3\n"}) {
+        drawing.run(script);
+        AcDbObjectPointer<AcDbEntity> made(drawing.only<AcDbPolyline>(), AcDb::kForRead);
+        EXPECT_STREQ(L"thin", made->layer());
+        EXPECT_EQ(3, made->colorIndex());
+    }
+}
+
 TEST(Division, TheLastSpanTakesUpTheRestAndShortCurvesAreToldAndLeft) {
     Drawing drawing;
     drawing.add(std::make_unique<AcDbLine>(AcGePoint3d(0, 0, 0), AcGePoint3d(10, 0, 0)));
