@@ -12,13 +12,6 @@
 namespace host {
 namespace {
 
-bool onLockedLayer(AcDbObjectId id) {
-    AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
-    if (!entity) return false;
-    AcDbObjectPointer<AcDbLayerTableRecord> layer(entity->layerId(), AcDb::kForRead);
-    return layer && layer->isLocked();
-}
-
 std::vector<AcDbObjectId> idsOf(const ads_name set) {
     std::vector<AcDbObjectId> ids;
     Adesk::Int32 length = 0;
@@ -51,13 +44,9 @@ std::wstring chosenKeyword() {
 
 std::vector<AcDbObjectId> askObjects(bool forChange) {
     ads_name set;
-    if (acedSSGet(nullptr, nullptr, nullptr, nullptr, set) != RTNORM) return {};
+    if (acedSSGet(forChange ? L"_:L" : nullptr, nullptr, nullptr, nullptr, set) != RTNORM) return {};
     std::vector<AcDbObjectId> ids = idsOf(set);
     acedSSFree(set);
-    if (!forChange) return ids;
-    const size_t locked = std::erase_if(ids, onLockedLayer);
-    if (locked == 1) printLine(L"\n1 was on a locked layer.");
-    if (locked > 1) printLine(L"\n" + std::to_wstring(locked) + L" were on locked layers.");
     return ids;
 }
 

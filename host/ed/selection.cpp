@@ -61,10 +61,19 @@ bool passes(AcDbObjectId id, const resbuf* filter) {
     return entity && (!filter || matchesFilter(*entity, filter));
 }
 
-// On layers that are neither off nor frozen nor locked: what the user may pick.
-bool selectable(const AcDbEntity& entity) {
+const AcDbLayerTableRecord* layerOf(const AcDbEntity& entity) {
     const AcDbObjectId id = entity.layerId();
-    const auto* layer = id.isValid() ? AcDbLayerTableRecord::cast(id.cell()->object) : nullptr;
+    return id.isValid() ? AcDbLayerTableRecord::cast(id.cell()->object) : nullptr;
+}
+bool onLockedLayer(AcDbObjectId id) {
+    const AcDbEntity* entity = live(id);
+    const AcDbLayerTableRecord* layer = entity ? layerOf(*entity) : nullptr;
+    return layer && layer->isLocked();
+}
+
+// On layers that are neither off nor frozen: what the user may pick.
+bool selectable(const AcDbEntity& entity) {
+    const AcDbLayerTableRecord* layer = layerOf(entity);
     return entity.visibility() == AcDb::kVisible && (!layer || (!layer->isOff() && !layer->isFrozen()));
 }
 
@@ -224,10 +233,24 @@ std::vector<AcDbObjectId> byMode(const std::wstring& mode, const void* pt1, cons
     return {};
 }
 
-int asked(const resbuf* filter, const void* prompts, bool single, ads_name set) {
+// Leaves out what lies on locked layers, and tells how many.
+void leaveOutLocked(SetData& data) {
+    SetData free;
+    for (const AcDbObjectId id : data.ids)
+        if (!onLockedLayer(id)) free.add(id);
+    const size_t locked = data.ids.size() - free.ids.size();
+    if (locked == 0) return;
+    printLine(L"\n" + std::to_wstring(locked) +
+              (locked == 1 ? L" was on a locked layer." : L" were on locked layers."));
+    data = std::move(free);
+}
+
+int asked(const resbuf* filter, const void* prompts, const std::wstring& options, ads_name set) {
+    const auto wants = [&](wchar_t letter) { return options.find(letter) != options.npos; };
     sets().crossings.clear();
-    SelectionPrompt prompt(filter, prompts, takeInputRules(), single);
+    SelectionPrompt prompt(filter, prompts, takeInputRules(), wants(L'S'));
     if (!prompt.run()) return RTCAN;
+    if (wants(L'L')) leaveOutLocked(*prompt.data());
     if (prompt.data()->ids.empty()) return RTERROR;
     sets().previous = prompt.data()->ids;
     giveName(prompt.data(), set);
@@ -251,9 +274,8 @@ int acedSSGet(const ACHAR* mode, const void* pt1, const void* pt2, const resbuf*
     const size_t options = plain.find_first_of(L":_");
     const std::wstring behind = options == plain.npos ? L"" : plain.substr(options);
     plain = plain.substr(0, options);
-    if (plain.empty() && !pt1) return host::asked(filter, nullptr, behind.find(L'S') != behind.npos, set);
-    if (plain.empty() && behind.find(L'$') != behind.npos)
-        return host::asked(filter, pt1, behind.find(L'S') != behind.npos, set);
+    if (plain.empty() && !pt1) return host::asked(filter, nullptr, behind, set);
+    if (plain.empty() && behind.find(L'$') != behind.npos) return host::asked(filter, pt1, behind, set);
     auto data = std::make_shared<host::SetData>();
     for (const AcDbObjectId id : host::byMode(plain, pt1, pt2))
         if (host::passes(id, filter)) data->add(id);

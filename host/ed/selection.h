@@ -5,8 +5,9 @@
 
 // mode: null asks the user; L"X" the whole drawing, L"I" what is selected already, L"P" the previous, L"L"
 // the last object, L"W" "C" with two points, L"WP" "CP" "F" with a chain of points in pt1, L"_:S" a single
-// pick, ":$" with prompts in pt1 (two strings). filter: a chain of type-value pairs; see matchesFilter.
-// RTNORM with a set to be freed, RTERROR when nothing was selected, RTCAN for Esc.
+// pick, L"_:L" without objects on locked layers, ":$" with prompts in pt1 (two strings). filter: a chain of
+// type-value pairs; see matchesFilter. RTNORM with a set to be freed, RTERROR when nothing was selected,
+// RTCAN for Esc.
 int acedSSGet(const ACHAR* mode, const void* pt1, const void* pt2, const resbuf* filter, ads_name set);
 int acedSSFree(const ads_name set);
 int acedSSLength(const ads_name set, Adesk::Int32* length);

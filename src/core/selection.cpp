@@ -70,16 +70,18 @@ void SelectionSet::free() {
     if (name_[0] || name_[1]) acedSSFree(name_);
 }
 
-SelectionSet SelectionSet::Ask(const wchar_t* prompt, CurveFilter kinds, const wchar_t* nothing) {
+SelectionSet SelectionSet::Ask(const wchar_t* prompt, CurveFilter kinds, const wchar_t* nothing,
+                               Purpose purpose) {
     const host::ResbufChain filter(BuildFilter(kinds));
-    return ask(prompt, filter.get(), nothing);
+    return ask(prompt, filter.get(), nothing, purpose);
 }
-SelectionSet SelectionSet::AskKinds(const wchar_t* prompt, std::wstring_view kinds, const wchar_t* nothing) {
+SelectionSet SelectionSet::AskKinds(const wchar_t* prompt, std::wstring_view kinds, const wchar_t* nothing,
+                                    Purpose purpose) {
     const host::ResbufChain filter(filterOf(kinds));
-    return ask(prompt, filter.get(), nothing);
+    return ask(prompt, filter.get(), nothing, purpose);
 }
 SelectionSet SelectionSet::AskAny(const wchar_t* prompt, const wchar_t* nothing) {
-    return ask(prompt, nullptr, nothing);
+    return ask(prompt, nullptr, nothing, Purpose::look);
 }
 
 SelectionSet SelectionSet::Of(const std::vector<AcDbObjectId>& ids) {
@@ -94,11 +96,13 @@ SelectionSet SelectionSet::Of(const std::vector<AcDbObjectId>& ids) {
     return set;
 }
 
-SelectionSet SelectionSet::ask(const wchar_t* prompt, const resbuf* filter, const wchar_t* nothing) {
+SelectionSet SelectionSet::ask(const wchar_t* prompt, const resbuf* filter, const wchar_t* nothing,
+                               Purpose purpose) {
     PrintLine(prompt);
     SelectionSet set;
     Adesk::Int32 length = 0;
-    if (acedSSGet(nullptr, nullptr, nullptr, filter, set.name_) == RTNORM &&
+    if (acedSSGet(purpose == Purpose::change ? L"_:L" : nullptr, nullptr, nullptr, filter, set.name_) ==
+            RTNORM &&
         acedSSLength(set.name_, &length) == RTNORM)
         set.length_ = length;
     if (set.empty()) PrintLine(nothing);

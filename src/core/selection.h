@@ -21,6 +21,10 @@ enum class CurveFilter {
 // A filter chain for acedSSGet: "<or", a group 0 a kind, "or>". The caller releases it.
 resbuf* BuildFilter(CurveFilter kinds);
 
+// What a selection is for: objects on locked layers are left out of those for change, and it is told how
+// many.
+enum class Purpose { look, change };
+
 // Turns echoing off and picking of whole groups on for the length of a command. Echoing is on afterwards; the
 // pick style stays.
 class CommandFrame {
@@ -41,9 +45,11 @@ public:
 
     // Prints `prompt` and lets the user select objects of those kinds. When nothing comes of it, prints
     // `nothing` and gives an empty set.
-    static SelectionSet Ask(const wchar_t* prompt, CurveFilter kinds, const wchar_t* nothing);
+    static SelectionSet Ask(const wchar_t* prompt, CurveFilter kinds, const wchar_t* nothing,
+                            Purpose purpose = Purpose::look);
     // The same for kinds by their names in files, parted by blanks.
-    static SelectionSet AskKinds(const wchar_t* prompt, std::wstring_view kinds, const wchar_t* nothing);
+    static SelectionSet AskKinds(const wchar_t* prompt, std::wstring_view kinds, const wchar_t* nothing,
+                                 Purpose purpose = Purpose::look);
     // Any objects.
     static SelectionSet AskAny(const wchar_t* prompt, const wchar_t* nothing);
 
@@ -57,7 +63,8 @@ public:
     const std::int64_t* name() const { return name_; }
 
 private:
-    static SelectionSet ask(const wchar_t* prompt, const resbuf* filter, const wchar_t* nothing);
+    static SelectionSet ask(const wchar_t* prompt, const resbuf* filter, const wchar_t* nothing,
+                            Purpose purpose);
     void free();
     ads_name name_{0, 0};
     long length_ = 0;

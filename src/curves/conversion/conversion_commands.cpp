@@ -69,7 +69,8 @@ int askPolylinePrecision() {
 }
 
 SelectionSet askPolylines() {
-    return SelectionSet::Ask(L"请选择待优化的多段线>\n", CurveFilter::polylines, L"未选中多段线。\n");
+    return SelectionSet::Ask(L"请选择待优化的多段线>\n", CurveFilter::polylines, L"未选中多段线。\n",
+                             Purpose::change);
 }
 
 // The host's own editor of polylines, on all of them at once.
@@ -82,8 +83,8 @@ void editPolylines(const SelectionSet& set, const wchar_t* option) {
 
 void SplineToPolylineCommand() {
     const CommandFrame frame;
-    const SelectionSet set =
-        SelectionSet::Ask(L"请选择SPLINE线>\n", CurveFilter::conicsAndSplines, L"未选中SPLINE线。\n");
+    const SelectionSet set = SelectionSet::Ask(L"请选择SPLINE线>\n", CurveFilter::conicsAndSplines,
+                                               L"未选中SPLINE线。\n", Purpose::change);
     if (set.empty()) return;
     const int precision = std::clamp(askCount(L"\n请输入精度，允许值1--99，默认值10:", 10), 1, 99);
     int count = 0;
@@ -100,8 +101,9 @@ void CurvesToArcsCommand() {
     const double tolerance = native ? kUsualArcTolerance : askTolerance();
     const bool eraseSources = AskYesNo(L"\n是否删除原样条曲线？[是(Y)/否(N)] <否>:",
                                        L"\nDelete original spline curves? [Yes(Y)/No(N)] <No>:", false);
-    const SelectionSet set = SelectionSet::AskKinds(
-        L"\n请选择样条/曲线>", L"SPLINE ELLIPSE CIRCLE ARC LWPOLYLINE POLYLINE", L"\n未选中任何曲线。");
+    const SelectionSet set =
+        SelectionSet::AskKinds(L"\n请选择样条/曲线>", L"SPLINE ELLIPSE CIRCLE ARC LWPOLYLINE POLYLINE",
+                               L"\n未选中任何曲线。", eraseSources ? Purpose::change : Purpose::look);
     if (set.empty()) return;
     int made = 0, failed = 0;
     for (long i = 0; i < set.length(); ++i) {
@@ -116,8 +118,9 @@ void CurvesToArcsCommand() {
 
 void CurvesToSplinesCommand() {
     const CommandFrame frame;
-    const SelectionSet set = SelectionSet::AskKinds(
-        kSelectCurves, L"ELLIPSE CIRCLE HELIX ARC LINE POLYLINE LWPOLYLINE", L"未选中线条。\n");
+    const SelectionSet set =
+        SelectionSet::AskKinds(kSelectCurves, L"ELLIPSE CIRCLE HELIX ARC LINE POLYLINE LWPOLYLINE",
+                               L"未选中线条。\n", Purpose::change);
     if (set.empty()) return;
     constexpr int kUsual = 36, kFewest = 12, kMost = 256;
     const bool equalDivision =
@@ -134,7 +137,7 @@ void CurvesToSplinesCommand() {
 void CurvesToPolylinesCommand() {
     const CommandFrame frame;
     const SelectionSet set = SelectionSet::AskKinds(kSelectCurves, L"POLYLINE LINE ELLIPSE CIRCLE ARC SPLINE",
-                                                    L"未选中任何线条。\n");
+                                                    L"未选中任何线条。\n", Purpose::change);
     if (set.empty()) return;
     const int precision = holdsCurvesWithoutVertices(set) ? askPolylinePrecision() : 0;
     int count = 0;
@@ -147,7 +150,8 @@ void CurvesToPolylinesCommand() {
 
 void LightToOldCommand() {
     const CommandFrame frame;
-    const SelectionSet set = SelectionSet::AskKinds(L"请选择轻量级多段线>\n", L"LWPOLYLINE", L"未选中。\n");
+    const SelectionSet set =
+        SelectionSet::AskKinds(L"请选择轻量级多段线>\n", L"LWPOLYLINE", L"未选中。\n", Purpose::change);
     if (set.empty()) return;
     int count = 0;
     for (long i = 0; i < set.length(); ++i) {
@@ -160,7 +164,8 @@ void LightToOldCommand() {
 
 void OldToLightCommand() {
     const CommandFrame frame;
-    const SelectionSet set = SelectionSet::AskKinds(L"请选择老式多段线>\n", L"POLYLINE", L"未选中。\n");
+    const SelectionSet set =
+        SelectionSet::AskKinds(L"请选择老式多段线>\n", L"POLYLINE", L"未选中。\n", Purpose::change);
     if (set.empty()) return;
     int count = 0;
     for (long i = 0; i < set.length(); ++i) {

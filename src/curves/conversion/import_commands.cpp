@@ -148,7 +148,8 @@ void CoordinateFileCommand() {
 
 void TextOutlinesCommand() {
     const CommandFrame frame;
-    const SelectionSet chosen = SelectionSet::Ask(L"请选择文字>\n", CurveFilter::text, L"未选中。\n");
+    const SelectionSet chosen =
+        SelectionSet::Ask(L"请选择文字>\n", CurveFilter::text, L"未选中。\n", Purpose::change);
     if (chosen.empty()) return;
     const SelectionSet set = plainTexts(chosen);
     AcDbExtents extents;

@@ -25,7 +25,8 @@ template <class Work> void eachCurve(const SelectionSet& set, AcDb::OpenMode mod
 
 void DivideByCountCommand() {
     const CommandFrame frame;
-    const SelectionSet set = SelectionSet::Ask(kSelectCurves, CurveFilter::allCurves, kNoCurves);
+    const SelectionSet set =
+        SelectionSet::Ask(kSelectCurves, CurveFilter::allCurves, kNoCurves, Purpose::change);
     if (set.empty()) return;
     constexpr short kFewest = 4, kMost = 100, kUsual = 16;
     short count = 0;
@@ -42,7 +43,8 @@ void DivideByCountCommand() {
 
 void DivideByDistanceCommand() {
     const CommandFrame frame;
-    const SelectionSet set = SelectionSet::Ask(kSelectCurves, CurveFilter::allCurves, kNoCurves);
+    const SelectionSet set =
+        SelectionSet::Ask(kSelectCurves, CurveFilter::allCurves, kNoCurves, Purpose::change);
     if (set.empty()) return;
     constexpr double kShortest = 0.0001;
     double distance = 0;
@@ -55,7 +57,7 @@ void DivideByDistanceCommand() {
 void ReverseCurvesCommand() {
     const CommandFrame frame;
     const SelectionSet set =
-        SelectionSet::Ask(L"请选择多段线>\n", CurveFilter::allCurves, L"未选中多段线。\n");
+        SelectionSet::Ask(L"请选择多段线>\n", CurveFilter::allCurves, L"未选中多段线。\n", Purpose::change);
     if (set.empty()) return;
     eachCurve(set, AcDb::kForWrite, [](AcDbCurve& curve) { return curve.reverseCurve() == Acad::eOk; });
 }

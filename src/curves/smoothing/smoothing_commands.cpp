@@ -63,7 +63,8 @@ void reportThinning() {
 void ThinPolylinesCommand() {
     const CommandFrame frame;
     VerticesBefore = VerticesAfter = 0;
-    const SelectionSet set = SelectionSet::Ask(kSelectPolylines, CurveFilter::polylines, kNoPolylines);
+    const SelectionSet set =
+        SelectionSet::Ask(kSelectPolylines, CurveFilter::polylines, kNoPolylines, Purpose::change);
     if (set.empty()) return;
     const double size = selectionDiagonal(set);
     if (size < kSmallestExtent) return PrintLine(L"多段线包围盒高度太低。\n");
@@ -78,7 +79,8 @@ void ThinPolylinesCommand() {
 void RemoveDuplicatesCommand() {
     const CommandFrame frame;
     VerticesBefore = 0;
-    const SelectionSet set = SelectionSet::Ask(kSelectPolylines, CurveFilter::polylines, kNoPolylines);
+    const SelectionSet set =
+        SelectionSet::Ask(kSelectPolylines, CurveFilter::polylines, kNoPolylines, Purpose::change);
     if (set.empty()) return;
     ForEach<AcDbCurve>(set, AcDb::kForRead, [](AcDbCurve& curve) { RemoveDuplicateVertices(curve); });
     PrintText(TranslateFormat(L"\n删除了< %d >个重复顶点。 ", VerticesBefore));
@@ -86,7 +88,8 @@ void RemoveDuplicatesCommand() {
 
 void SplineFitCommand() {
     const CommandFrame frame;
-    const SelectionSet set = SelectionSet::Ask(kSelectPolylines, CurveFilter::polylines, kNoPolylines);
+    const SelectionSet set =
+        SelectionSet::Ask(kSelectPolylines, CurveFilter::polylines, kNoPolylines, Purpose::change);
     if (set.empty()) return;
     const double size = selectionDiagonal(set);
     if (size < kSmallestExtent) return PrintLine(L"多段线包围盒太小。\n");

@@ -262,3 +262,20 @@ TEST(Smoothing, SelectionsWithoutPolylinesAndFlatBoxesSaySo) {
     EXPECT_THAT(drawing.run(L"PLYH3\nall\n\n"), HasSubstr("多段线包围盒太小。"));
     EXPECT_EQ(2u, drawing.entities().size());
 }
+
+TEST(LockedLayers, KeepTheirObjectsWhateverCommandComes) {
+    constexpr const wchar_t* kCommands[] = {
+        L"PLYH all\n\n1 Y\n",   L"PLYH2 all\n\n",   L"PLYH3 all\n\n",           L"PLDF all\n\n8\n",
+        L"PLDJDF all\n\n1\n",   L"PLDD all\n\n",    L"PL2OLD all\n\n",          L"p2s all\n\nY 20\n",
+        L"PLGXK all\n\n2\n",    L"PLCLOSE all\n\n", L"SPL2ARC 1 0.1 Y all\n\n", L"s2p all\n\n5\n",
+        L"all2polyline all\n\n"};
+    for (const wchar_t* command : kCommands) {
+        Drawing drawing;
+        drawing.run(L"-LAYER m\nfixed\nlo\nfixed\n\nPLINE 0,0 10,0 10,0 20,5 30,0 \n"
+                    L"SPLINE 0,20 30,40 60,20 90,30 \nCIRCLE 50,50 9\nLINE 0,0 9,9 \n");
+        const auto before = drawing.entities();
+        ASSERT_EQ(4u, before.size()) << host::utf8(command);
+        drawing.run(command);
+        EXPECT_EQ(before, drawing.entities()) << host::utf8(command);
+    }
+}
