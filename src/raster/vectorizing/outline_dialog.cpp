@@ -18,10 +18,17 @@ constexpr int kThreshold = 1264, kStep = 1265, kVertices = 1266, kLevel = 1267, 
 constexpr int kVerticesLabel = 61266, kLevelLabel = 61267, kBlurLabel = 61352;
 constexpr COLORREF kGround = RGB(0xEE, 0xEE, 0xEE);
 
+// Transparent pixels lie on white paper: what colour they hide is chance.
 raster::RasterImage colourOf(const host::ImagePixels& pixels) {
     raster::RasterImage image =
         raster::ToColour({pixels.height, pixels.width, 32, size_t(pixels.width) * 4, pixels.rgba, {}});
-    for (size_t i = 0; i < image.data.size(); i += 3) std::swap(image.data[i], image.data[i + 2]);
+    for (size_t i = 0; i < image.pixels(); ++i) {
+        raster::Byte* p = &image.data[3 * i];
+        std::swap(p[0], p[2]);
+        const int alpha = pixels.rgba[4 * i + 3];
+        for (int k = 0; alpha < 255 && k < 3; ++k)
+            p[k] = raster::Byte((p[k] * alpha + 255 * (255 - alpha)) / 255);
+    }
     return image;
 }
 
