@@ -241,7 +241,7 @@ void leaveOutLocked(SetData& data) {
     const size_t locked = data.ids.size() - free.ids.size();
     if (locked == 0) return;
     printLine(L"\n" + std::to_wstring(locked) +
-              (locked == 1 ? L" was on a locked layer." : L" were on locked layers."));
+              (locked == 1 ? L" was on a locked layer.\n" : L" were on locked layers.\n"));
     data = std::move(free);
 }
 
