@@ -17,7 +17,7 @@
 
 namespace desk {
 
-Desk::Desk() : frontEnd_(window_.canvas(), window_.commandLine()), session_(&frontEnd_) {
+Desk::Desk() : frontEnd_(window_.canvas(), window_.commandLine()), session_(&frontEnd_), dialogs_(&window_) {
     window_.onCommand = [this](const std::wstring& line) { frontEnd_.runLine(line); };
     window_.onPicture = [this](const QString& path) { exportPicture(path); };
     window_.onClose = [this] {

@@ -4,6 +4,7 @@
 
 #include "apps/corvane/session.h"
 #include "apps/desk/desk_frontend.h"
+#include "apps/desk/dialogs.h"
 #include "apps/desk/main_window.h"
 
 namespace desk {
@@ -25,6 +26,7 @@ public:
     void discard() { discards_ = true; }
 
     MainWindow& window() { return window_; }
+    DialogHost& dialogs() { return dialogs_; }
     DeskFrontEnd& frontEnd() { return frontEnd_; }
 
 private:
@@ -38,6 +40,7 @@ private:
     MainWindow window_;
     DeskFrontEnd frontEnd_;
     app::Session session_;
+    DialogHost dialogs_;
     bool closed_ = false, discards_ = false;
 };
 

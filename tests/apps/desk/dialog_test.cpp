@@ -1,0 +1,86 @@
+// Dialogs with real widgets, worked by hand.
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include "apps/desk/dialog_window.h"
+#include "tests/apps/desk/desk_play.h"
+
+namespace desktest {
+namespace {
+
+class DialogTest : public DeskTest {
+protected:
+    desk::DialogWindow* dialog() {
+        return host::modalDialogs().empty() ? nullptr
+                                            : desk_->dialogs().windowOf(host::modalDialogs().back());
+    }
+    template <class Widget> Widget* control(int id) {
+        QWidget* widget =
+            dialog() ? dialog()->widgetOf(GetDlgItem(host::modalDialogs().back(), id)) : nullptr;
+        return dynamic_cast<Widget*>(widget);
+    }
+    // Draws a line and a circle and starts an array of the circle along the line.
+    std::vector<std::function<void()>> array() {
+        return {type("LINE 0,0 100,0 "), type("CIRCLE 0,50 2"), type("AAC 50,0 2,50 0,0")};
+    }
+};
+
+constexpr int kCount = 1090; // the edit control of the number of copies
+
+TEST_F(DialogTest, WhatIsTypedIntoAWidgetReachesItsControl) {
+    std::wstring held;
+    bool shown = false, gone = false;
+    auto steps = array();
+    steps.push_back([&] {
+        auto* edit = control<QLineEdit>(kCount);
+        shown = edit && dialog()->isVisible();
+        if (!edit) return;
+        edit->selectAll();
+        QTest::keyClicks(edit, "23");
+        QTest::mouseClick(dialog()->findChild<QCheckBox*>(), Qt::LeftButton); // goes on to another
+        held = host::windowOf(GetDlgItem(host::modalDialogs().back(), kCount))->text;
+    });
+    steps.push_back([&] {
+        if (auto* ok = control<QPushButton>(IDOK)) QTest::mouseClick(ok, Qt::LeftButton);
+    });
+    steps.push_back([&] { gone = host::modalDialogs().empty(); });
+    play(steps);
+    EXPECT_TRUE(shown) << transcript().toStdString();
+    EXPECT_EQ(held, L"23");
+    EXPECT_TRUE(gone);
+    EXPECT_GT(entities().size(), 2u) << "the array stands in the drawing";
+}
+
+TEST_F(DialogTest, EscapeClosesTheDialogAndLeavesTheDrawingAlone) {
+    size_t before = 0, after = 0;
+    bool gone = false;
+    auto steps = array();
+    steps.insert(steps.begin() + 2, [&] { before = entities().size(); });
+    steps.push_back([&] {
+        if (dialog()) QTest::keyClick(dialog(), Qt::Key_Escape);
+    });
+    steps.push_back([&] { gone = host::modalDialogs().empty(), after = entities().size(); });
+    play(steps);
+    EXPECT_TRUE(gone);
+    EXPECT_EQ(before, 2u);
+    EXPECT_EQ(after, before);
+}
+
+// The model's change shows in the widget.
+TEST_F(DialogTest, WhatAControlIsToldShowsInItsWidget) {
+    QString shown;
+    auto steps = array();
+    steps.push_back([&] {
+        SetWindowTextW(GetDlgItem(host::modalDialogs().back(), kCount), L"31");
+        dialog()->sync();
+        shown = control<QLineEdit>(kCount)->text();
+        QTest::keyClick(dialog(), Qt::Key_Escape);
+    });
+    play(steps);
+    EXPECT_EQ(shown, "31");
+}
+
+} // namespace
+} // namespace desktest
