@@ -118,11 +118,11 @@ TEST(About, ControlsFollowTheWindowFromTheirFirstPlaces) {
 
 TEST(About, RunsFromTheCommandLine) {
     Session session;
-    const std::string transcript = session.drawing.run(L"ABOUT_CVANE\n?\n61001@3\n?\n1158!\nOK\nR2V\n");
+    const std::string transcript = session.drawing.run(L"ABOUT_CVANE\n?\n61001@3\n?\n1158!\nOK\nPLYH\n\n");
     EXPECT_THAT(transcript, HasSubstr("关于 Corvane V2.00"));
     EXPECT_THAT(transcript, HasSubstr("Info über Corvane V2.00"));
     EXPECT_THAT(transcript, HasSubstr("Produktseite"));
     EXPECT_EQ(1u, session.opened.size());
-    EXPECT_THAT(transcript, HasSubstr("R2V ist noch nicht verfügbar")) << "the next message speaks it";
+    EXPECT_THAT(transcript, HasSubstr("Keine Polylinie gewählt")) << "the next message speaks it";
     EXPECT_FALSE(session.drawing.ranDry);
 }

@@ -128,10 +128,10 @@ TEST(Language, ACommandSpeaksTheLanguageAskedFor) {
     drawing.addPolyline({{0, 0}, {0, 0}, {9, 0}});
     EXPECT_THAT(drawing.run(L"PLYH2\nall\n\n"), testing::HasSubstr("删除了< 1 >个重复顶点。"));
     host::setRequestedLanguage("en");
-    const std::string english = drawing.run(L"PLYH2\nall\n\nR2V\n");
+    const std::string english = drawing.run(L"PLYH2\nall\n\nPLYH\n\n");
     host::setRequestedLanguage("zh");
     EXPECT_THAT(english, testing::HasSubstr("0 duplicate vertices removed."));
-    EXPECT_THAT(english, testing::HasSubstr("The command R2V is not built yet."));
+    EXPECT_THAT(english, testing::HasSubstr("No polyline selected."));
     EXPECT_TRUE(std::all_of(english.begin(), english.end(), [](char c) {
         return static_cast<unsigned char>(c) < 0x80;
     })) << english;
