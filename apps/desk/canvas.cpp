@@ -135,7 +135,7 @@ QPointF Canvas::screen(const AcGePoint3d& world) const {
 
 // -- the picture ---------------------------------------------------------------------------------------
 
-void Canvas::makePicture(bool fine) {
+void Canvas::makePicture() {
     QElapsedTimer clock;
     clock.start();
     const qreal ratio = devicePixelRatioF();
@@ -146,7 +146,6 @@ void Canvas::makePicture(bool fine) {
     QPainter painter(&picture_);
     PaintLook look;
     look.dark = dark_;
-    look.fine = fine;
     ListPainter list(painter, map_, QRectF(rect()), look);
     for (const std::uint32_t i : scene_.within(map_.covered(), map_))
         list.paint(scene_.list(), scene_.list().primitives[i], texts_);
@@ -164,7 +163,7 @@ void Canvas::showPicture(QPainter& painter) {
 }
 
 void Canvas::paintEvent(QPaintEvent*) {
-    if (state_ == State::stale) makePicture(true);
+    if (state_ == State::stale) makePicture();
     QPainter painter(this);
     showPicture(painter);
     paintHighlights(painter);

@@ -62,7 +62,7 @@ protected:
 
 private:
     void setView(const host::ViewFrame& view);
-    void makePicture(bool fine);
+    void makePicture();
     void showPicture(QPainter& painter);
     void paintTransients(QPainter& painter);
     void paintHighlights(QPainter& painter);

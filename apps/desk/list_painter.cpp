@@ -59,7 +59,7 @@ ListPainter::ListPainter(QPainter& painter, const ScreenMap& map, const QRectF& 
     : painter_(painter),
       map_(map), clip_{area.left() - kBand, area.top() - kBand, area.right() + kBand, area.bottom() + kBand},
       look_(look) {
-    painter_.setRenderHint(QPainter::Antialiasing, look_.fine);
+    painter_.setRenderHint(QPainter::Antialiasing);
 }
 
 void ListPainter::use(const host::DisplayStyle& style) {

@@ -17,7 +17,6 @@ namespace desk {
 
 struct PaintLook {
     bool dark = true;
-    bool fine = true;          // smooth edges; off where speed counts
     bool lineWeights = true;   // false: all lines thin
     std::optional<QColor> ink; // instead of the primitives' own colours
     double extraWidth = 0;     // pixels, added to the width of lines
