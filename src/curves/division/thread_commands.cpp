@@ -168,6 +168,8 @@ void ThreadOneCurveCommand() {
     if (int(points.size()) != plan->m) return PrintLine(L"\n计算等分点失败。");
     const auto lines = SingleCurveThreads(plan->m, plan->n, plan->mode, picked->closed, kMostThreads);
     if (lines.empty()) return PrintLine(L"\n当前 M/N/模式 组合无法生成连线。");
+    if (lines.size() == kMostThreads)
+        PrintText(TranslateFormat(L"\n连线过多，只绘制前 %d 条。", int(kMostThreads)));
     drawFigure(lines, points, points);
 }
 
