@@ -231,10 +231,19 @@ void DeskFrontEnd::echo(const PromptReply& reply) {
 }
 
 PromptReply DeskFrontEnd::fileReply(const PromptRequest& request) {
-    // The command asks itself before it replaces a file, and tells of one that isn't there.
-    QFileDialog dialog(line_.window(), shown(host::trimmed(request.text)));
-    dialog.setFileMode(QFileDialog::AnyFile);
+    const host::FileWish wish = request.file.value_or(host::FileWish{});
+    QFileDialog dialog(line_.window(), shown(wish.title.empty() ? host::trimmed(request.text) : wish.title));
+    dialog.setAcceptMode(wish.saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(wish.saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // The command asks itself before it replaces a file.
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    const QStringList endings = shown(wish.extensions).split(';', Qt::SkipEmptyParts);
+    if (!endings.isEmpty()) {
+        const QString patterns = "*." + endings.join(" *.");
+        dialog.setNameFilters({"Files (" + patterns + ")", "All files (*)"});
+        dialog.setDefaultSuffix(endings.front());
+    }
+    if (!wish.initial.empty()) dialog.selectFile(shown(wish.initial));
     PromptReply reply = cancelReply();
     if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
         reply = textReply(wide(dialog.selectedFiles().front()));

@@ -13,6 +13,13 @@ class AcEdJig;
 namespace host {
 
 // What the editor asks for.
+// What a prompt for a file is after.
+struct FileWish {
+    std::wstring title, initial;
+    std::wstring extensions; // without dots, parted by semicolons; empty: any
+    bool saving = false;
+};
+
 struct PromptRequest {
     enum class Kind {
         command,
@@ -36,6 +43,7 @@ struct PromptRequest {
     std::vector<std::wstring> keywords; // as shown, in order
     std::optional<AcGePoint3d> base;    // UCS
     int bits = 0;                       // of acedInitGet
+    std::optional<FileWish> file;       // of prompts for a file
     bool blanksEnd = true;              // a blank ends the answer (texts with blanks: false)
     // The cursor matters: answers may be picked, and scripts may move it and hold keys before they answer.
     bool pointing() const;

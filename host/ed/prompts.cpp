@@ -36,6 +36,7 @@ public:
         if (base) request_.base = AcGePoint3d(base[X], base[Y], base[Z]);
     }
     void keepBlanks() { request_.blanksEnd = false; }
+    void wish(FileWish file) { request_.file = std::move(file); }
     int bits() const { return rules_.bits; }
     const std::optional<AcGePoint3d>& base() const { return request_.base; }
 
@@ -308,11 +309,15 @@ int acedGetKword(const ACHAR* prompt, ACHAR* keyword, size_t size) {
 }
 int acedGetInput(ACHAR* text, size_t size) { return copyOut(RTNORM, lastInput, text, size); }
 
-int acedGetFileD(const ACHAR* title, const ACHAR* initial, const ACHAR*, int, resbuf* result) {
+int acedGetFileD(const ACHAR* title, const ACHAR* initial, const ACHAR* extensions, int flags,
+                 resbuf* result) {
+    constexpr int kSaving = 1;
     std::wstring text = std::wstring(L"\n") + (title ? title : L"File") +
                         (initial && *initial ? std::wstring(L" <") + initial + L">: " : L": ");
     Prompt prompt(Kind::file, text.c_str(), nullptr);
     prompt.keepBlanks();
+    prompt.wish({title ? title : L"", initial ? initial : L"", extensions ? extensions : L"",
+                 (flags & kSaving) != 0});
     std::wstring path;
     const int status = prompt.run(L"\nA file's path is needed.",
                                   [&](const PromptReply& reply) { return path = reply.text, Step::done; });

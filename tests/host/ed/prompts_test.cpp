@@ -224,3 +224,34 @@ TEST(Prompts, CommandThatNeverStopsAskingIsUnwound) {
             host::CommandUnwound);
     });
 }
+
+// Front ends with file dialogs need to know what a prompt for a file is after.
+TEST(Prompts, FilesSayWhetherTheyAreForSavingAndWhatTheyEndIn) {
+    class Listening final : public host::FrontEnd {
+    public:
+        host::PromptReply ask(const host::PromptRequest& request) override {
+            if (request.file) wishes.push_back(*request.file);
+            host::PromptReply reply;
+            reply.kind = host::PromptReply::Kind::exhausted;
+            if (next < lines.size()) reply.kind = host::PromptReply::Kind::text, reply.text = lines[next++];
+            return reply;
+        }
+        void print(const std::wstring&) override {}
+        int messageBox(const host::MessageBox&) override { return kAnswerOk; }
+        void open(const std::wstring&) override {}
+        bool progress(const std::wstring&, double) override { return true; }
+        std::vector<std::wstring> lines = {L"SAVEAS", L"/no/such/folder/x.dxf", L"OPEN", L"/no/such.dxf"};
+        size_t next = 0;
+        std::vector<host::FileWish> wishes;
+    };
+    const edtest::Bench bench;
+    Listening frontEnd;
+    host::setFrontEnd(&frontEnd);
+    host::commandLoop();
+    host::setFrontEnd(nullptr);
+    ASSERT_EQ(2u, frontEnd.wishes.size());
+    EXPECT_TRUE(frontEnd.wishes[0].saving);
+    EXPECT_FALSE(frontEnd.wishes[1].saving);
+    EXPECT_EQ(L"dxf", frontEnd.wishes[0].extensions);
+    EXPECT_EQ(L"Open drawing", frontEnd.wishes[1].title);
+}
