@@ -1,5 +1,6 @@
 // Strokes, areas, texts. What is smaller than a pixel becomes a dot, what can't be read a line.
 #include "apps/desk/list_painter.h"
+#include "host/picture/outline_path.h"
 
 #include <QPainter>
 #include <algorithm>
@@ -25,24 +26,6 @@ AcDbExtents2d boxOf(const ScreenMap& map, const AcDbExtents& box) {
     return seen;
 }
 
-QPainterPath pathOf(const host::TextOutline& outline) {
-    using Step = host::TextOutline::Step;
-    QPainterPath path;
-    path.setFillRule(Qt::WindingFill);
-    const AcGePoint2d* p = outline.points.data();
-    const auto at = [&](int i) { return QPointF(p[i].x, p[i].y); };
-    for (const Step step : outline.steps) {
-        switch (step) {
-        case Step::move: path.moveTo(at(0)), p += 1; break;
-        case Step::line: path.lineTo(at(0)), p += 1; break;
-        case Step::quadratic: path.quadTo(at(0), at(1)), p += 2; break;
-        case Step::cubic: path.cubicTo(at(0), at(1), at(2)), p += 3; break;
-        case Step::close: path.closeSubpath(); break;
-        }
-    }
-    return path;
-}
-
 } // namespace
 
 QColor groundColor(bool dark) { return dark ? QColor(0x1E, 0x23, 0x29) : QColor(Qt::white); }
@@ -51,7 +34,9 @@ const QPainterPath& TextPaths::of(const host::DisplayList& list, std::uint32_t t
     if (paths_.size() < list.texts.size()) paths_.resize(list.texts.size());
     auto& path = paths_[text];
     const host::DisplayText& source = list.texts[text];
-    if (!path) path = pathOf(host::textMetrics()->outlines(list.faces[source.face], 1, source.text));
+    if (!path)
+        path = host::outlinePath(host::textMetrics()->outlines(list.faces[source.face], 1, source.text),
+                                 [](const AcGePoint2d& p) { return QPointF(p.x, p.y); });
     return *path;
 }
 

@@ -50,20 +50,11 @@ Acad::ErrorStatus AcDbViewportTableRecord::setViewTwist(double angle) {
 
 bool AcDbViewportTableRecord::inGroup(const host::Group& group, host::ReadContext& context) {
     if (!context.within("AcDbViewportTableRecord")) return AcDbSymbolTableRecord::inGroup(group, context);
+    if (takes(group, 10, lowerLeft_) || takes(group, 11, upperRight_) || takes(group, 12, center_) ||
+        takes(group, 16, direction_) || takes(group, 17, target_))
+        return true;
     const double value = group.type == host::GroupType::real ? group.real : 0;
     switch (group.code) {
-    case 10: lowerLeft_.x = value; return true;
-    case 20: lowerLeft_.y = value; return true;
-    case 11: upperRight_.x = value; return true;
-    case 21: upperRight_.y = value; return true;
-    case 12: center_.x = value; return true;
-    case 22: center_.y = value; return true;
-    case 16: direction_.x = value; return true;
-    case 26: direction_.y = value; return true;
-    case 36: direction_.z = value; return true;
-    case 17: target_.x = value; return true;
-    case 27: target_.y = value; return true;
-    case 37: target_.z = value; return true;
     case 40: height_ = value; return true;
     case 41: aspect_ = value; return true;
     case 42: lens_ = value; return true;

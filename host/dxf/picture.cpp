@@ -3,7 +3,7 @@
 
 #include <cmath>
 
-#include "host/gi/draw.h"
+#include "host/gi/gathering.h"
 #include "host/gi/textstyle.h"
 
 namespace host::dxf {
@@ -32,9 +32,9 @@ public:
     Adesk::GsMarker selectionMarker() const override { return 0; }
 };
 
-class Sketch final : public AcGiWorldDraw, public AcGiWorldGeometry, public AcGiContext {
+class Sketch final : public GatheringDraw {
 public:
-    Sketch(const AcDbEntity& entity, double reach) : entity_(entity), reach_(reach) {
+    Sketch(const AcDbEntity& entity, double reach) : GatheringDraw(entity.database()), reach_(reach) {
         AcDbExtents box;
         if (entity.getGeomExtents(box) == Acad::eOk)
             deviation_ = 1e-4 * box.minPoint().distanceTo(box.maxPoint());
@@ -44,23 +44,8 @@ public:
     AcGiRegenType regenType() const override { return kAcGiForExplode; }
     Adesk::Boolean regenAbort() const override { return !picture_.complete; }
     AcGiSubEntityTraits& subEntityTraits() const override { return traits_; }
-    Adesk::Boolean isDragging() const override { return false; }
     double deviation(AcGiDeviationType, const AcGePoint3d&) const override { return deviation_; }
-    Adesk::UInt32 numberOfIsolines() const override { return 4; }
-    AcGiContext* context() override { return this; }
-    AcDbDatabase* database() const override { return entity_.database(); }
-    AcGiWorldGeometry& geometry() const override { return const_cast<Sketch&>(*this); }
 
-    void getModelToWorldTransform(AcGeMatrix3d& matrix) const override { matrix = place(); }
-    using AcGiGeometry::pushModelTransform;
-    Adesk::Boolean pushModelTransform(const AcGeMatrix3d& matrix) override {
-        places_.push_back(place() * matrix);
-        return true;
-    }
-    Adesk::Boolean popModelTransform() override {
-        if (!places_.empty()) places_.pop_back();
-        return true;
-    }
     Adesk::Boolean polyline(Adesk::UInt32 count, const AcGePoint3d* points, const AcGeVector3d*,
                             Adesk::GsMarker) override {
         return add(count, points, count > 3 && points[0] == points[count - 1]);
@@ -115,8 +100,6 @@ private:
         if (text.height > 0) picture_.texts.push_back(std::move(text));
         return false;
     }
-    AcGeMatrix3d place() const { return places_.empty() ? AcGeMatrix3d() : places_.back(); }
-
     bool add(size_t count, const AcGePoint3d* points, bool closed) {
         constexpr size_t kMost = 1000000;
         if (closed && count > 1 && points[0] == points[count - 1]) --count;
@@ -133,9 +116,7 @@ private:
         return false;
     }
 
-    const AcDbEntity& entity_;
     double reach_, deviation_ = 0;
-    std::vector<AcGeMatrix3d> places_;
     mutable NoTraits traits_;
     Picture picture_;
     size_t taken_ = 0;

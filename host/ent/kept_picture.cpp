@@ -6,36 +6,21 @@
 #include "host/ent/multileader_picture.h"
 #include "host/ent/proxy_graphics.h"
 #include "host/ent/tolerance_picture.h"
+#include "host/gi/gathering.h"
 
 namespace host {
 namespace {
 
 // A drawing context that keeps nothing but the box of what is drawn into it.
-class Measure final : public AcGiWorldDraw, public AcGiWorldGeometry, public AcGiContext {
+class Measure final : public GatheringDraw {
 public:
-    explicit Measure(AcDbDatabase* database) : database_(database) {}
+    using GatheringDraw::GatheringDraw;
     const AcDbExtents& box() const { return box_; }
 
     AcGiRegenType regenType() const override { return kAcGiForExtents; }
-    Adesk::Boolean regenAbort() const override { return false; }
     AcGiSubEntityTraits& subEntityTraits() const override { return traits_; }
-    Adesk::Boolean isDragging() const override { return false; }
     double deviation(AcGiDeviationType, const AcGePoint3d&) const override { return 0; }
-    Adesk::UInt32 numberOfIsolines() const override { return 4; }
-    AcGiContext* context() override { return this; }
-    AcDbDatabase* database() const override { return database_; }
-    AcGiWorldGeometry& geometry() const override { return const_cast<Measure&>(*this); }
 
-    void getModelToWorldTransform(AcGeMatrix3d& matrix) const override { matrix = place(); }
-    using AcGiGeometry::pushModelTransform;
-    Adesk::Boolean pushModelTransform(const AcGeMatrix3d& matrix) override {
-        places_.push_back(place() * matrix);
-        return true;
-    }
-    Adesk::Boolean popModelTransform() override {
-        if (!places_.empty()) places_.pop_back();
-        return true;
-    }
     Adesk::Boolean polyline(Adesk::UInt32 count, const AcGePoint3d* points, const AcGeVector3d*,
                             Adesk::GsMarker) override {
         return polygon(count, points);
@@ -50,10 +35,7 @@ public:
     Adesk::Boolean draw(const AcGiDrawable*) override { return false; }
 
 private:
-    AcGeMatrix3d place() const { return places_.empty() ? AcGeMatrix3d() : places_.back(); }
-    AcDbDatabase* database_;
     AcDbExtents box_;
-    std::vector<AcGeMatrix3d> places_;
     mutable StoredTraits traits_;
 };
 

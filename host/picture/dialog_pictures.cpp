@@ -1,6 +1,7 @@
 // Drawing recordings with Qt's painter. Text is drawn by the outlines of the metrics that measured it, so
 // that it ends where the dialog thought it would.
 #include "host/picture/dialog_pictures.h"
+#include "host/picture/outline_path.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -39,22 +40,10 @@ QPen penOf(const StrokePen& stroke) {
 }
 
 QPainterPath textPath(const Primitive& text) {
-    using Step = TextOutline::Step;
     const TextOutline outline = textMetrics()->outlines(text.face, text.height, text.text);
     const AcGePoint2d origin = text.points.front();
-    const AcGePoint2d* p = outline.points.data();
-    const auto at = [&](int i) { return QPointF(origin.x + p[i].x, origin.y - p[i].y); };
-    QPainterPath path;
-    path.setFillRule(Qt::WindingFill);
-    for (const Step step : outline.steps) {
-        switch (step) {
-        case Step::move: path.moveTo(at(0)), p += 1; break;
-        case Step::line: path.lineTo(at(0)), p += 1; break;
-        case Step::quadratic: path.quadTo(at(0), at(1)), p += 2; break;
-        case Step::cubic: path.cubicTo(at(0), at(1), at(2)), p += 3; break;
-        case Step::close: path.closeSubpath(); break;
-        }
-    }
+    QPainterPath path =
+        outlinePath(outline, [&](const AcGePoint2d& p) { return QPointF(origin.x + p.x, origin.y - p.y); });
     if (text.underlined) {
         const double width = textMetrics()->measure(text.face, text.height, text.text).advance;
         path.addRect(origin.x, origin.y + text.height * 0.15, width, std::max(text.height * 0.09, 1.0));

@@ -10,6 +10,7 @@
 
 #include "host/os/clock.h"
 #include "host/picture/backends.h"
+#include "host/picture/outline_path.h"
 #include "host/picture/toolkit.h"
 
 namespace host {
@@ -40,23 +41,10 @@ QPainterPath pathOf(const PageShape& shape) {
 }
 
 QPainterPath pathOf(const PlacedText& text) {
-    using Step = TextOutline::Step;
-    TextOutline outline = textMetrics()->outlines(*text.face, 1, text.text);
-    for (AcGePoint2d& point : outline.points) point = text.place(point);
-    QPainterPath path;
-    path.setFillRule(Qt::WindingFill);
-    const AcGePoint2d* p = outline.points.data();
-    const auto at = [&](int i) { return QPointF(p[i].x, p[i].y); };
-    for (Step step : outline.steps) {
-        switch (step) {
-        case Step::move: path.moveTo(at(0)), p += 1; break;
-        case Step::line: path.lineTo(at(0)), p += 1; break;
-        case Step::quadratic: path.quadTo(at(0), at(1)), p += 2; break;
-        case Step::cubic: path.cubicTo(at(0), at(1), at(2)), p += 3; break;
-        case Step::close: path.closeSubpath(); break;
-        }
-    }
-    return path;
+    return outlinePath(textMetrics()->outlines(*text.face, 1, text.text), [&](const AcGePoint2d& p) {
+        const AcGePoint2d at = text.place(p);
+        return QPointF(at.x, at.y);
+    });
 }
 
 void paint(QPainter& painter, const PageShape& shape) {

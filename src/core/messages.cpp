@@ -12,6 +12,8 @@ bool debugPrint = false;
 void PrintLine(const wchar_t* source) { PrintText(Translate(source)); }
 void PrintText(const CString& text) { acutPrintf(L"%s", text.GetString()); }
 
+void ReportCurveCount(int count) { PrintText(TranslateFormat(L"\n处理了< %d >根曲线。 ", count)); }
+
 void NoticeBox(const wchar_t* source) {
     const CString caption = TranslateFormat(L"Corvane[V%s]", ProductVersionText());
     MessageBoxW(nullptr, Translate(source), caption, kMessageOk);

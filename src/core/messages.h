@@ -8,6 +8,8 @@ namespace corvane {
 void PrintLine(const wchar_t* source);
 // Prints a text that is translated and filled in already.
 void PrintText(const CString& text);
+// Says how many curves a command has worked on.
+void ReportCurveCount(int count);
 // A message box with the translated text under the product's name and version.
 void NoticeBox(const wchar_t* source);
 // Asks "Yes No" with the translated prompt. True for yes, false for any other answer, `otherwise` for Enter

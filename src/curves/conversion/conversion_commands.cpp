@@ -16,8 +16,6 @@ namespace {
 constexpr wchar_t kSelectCurves[] = L"请选择各种线条>\n";
 constexpr double kNoWidth = 1e-11;
 
-void reportCurves(int count) { PrintText(TranslateFormat(L"\n处理了< %d >根曲线。 ", count)); }
-
 // A whole number above 0; `otherwise` for Enter and Esc.
 int askCount(const wchar_t* prompt, int otherwise) {
     short value = 0;
@@ -90,7 +88,7 @@ void SplineToPolylineCommand() {
     int count = 0;
     ForEach<AcDbSpline>(set, AcDb::kForRead,
                         [&](AcDbSpline& spline) { count += SplineToPolyline(spline, precision); });
-    reportCurves(count);
+    ReportCurveCount(count);
 }
 
 void CurvesToArcsCommand() {
@@ -131,7 +129,7 @@ void CurvesToSplinesCommand() {
     int count = 0;
     ForEach<AcDbCurve>(set, AcDb::kForRead,
                        [&](AcDbCurve& curve) { count += CurveToSpline(curve, equalDivision, points); });
-    reportCurves(count);
+    ReportCurveCount(count);
 }
 
 void CurvesToPolylinesCommand() {
@@ -145,7 +143,7 @@ void CurvesToPolylinesCommand() {
         AcDbObjectId id;
         count += CurveToLwPolyline(curve, precision, id);
     });
-    reportCurves(count);
+    ReportCurveCount(count);
 }
 
 void LightToOldCommand() {
@@ -159,7 +157,7 @@ void LightToOldCommand() {
         if (acdbOpenObject(polyline, set.at(i), AcDb::kForWrite) == Acad::eOk)
             count += LightToOldPolyline(polyline);
     }
-    reportCurves(count);
+    ReportCurveCount(count);
 }
 
 void OldToLightCommand() {
@@ -173,7 +171,7 @@ void OldToLightCommand() {
         if (acdbOpenObject(polyline, set.at(i), AcDb::kForWrite) == Acad::eOk)
             count += OldToLightPolyline(polyline);
     }
-    reportCurves(count);
+    ReportCurveCount(count);
 }
 
 void PolylineWidthCommand() {

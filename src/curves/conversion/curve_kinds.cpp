@@ -29,23 +29,6 @@ bool replace(std::unique_ptr<AcDbEntity> successor, AcDbEntity& source, AcDbObje
 
 // -- Splines ------------------------------------------------------------------------------------------
 
-// The vertices that the curve is drawn through; none for curves without.
-AcGePoint3dArray verticesOf(const AcDbCurve& curve) {
-    AcGePoint3dArray points;
-    AcGePoint3d point;
-    if (const auto* light = AcDbPolyline::cast(&curve))
-        for (unsigned i = 0; light->getPointAt(i, point) == Acad::eOk; ++i) points.append(point);
-    if (const auto* flat = AcDb2dPolyline::cast(&curve))
-        flat->parts().each<AcDb2dVertex>([&](const AcDb2dVertex& v) {
-            if (v.vertexType() != AcDb::k2dSplineCtlVertex) points.append(flat->vertexPosition(v));
-        });
-    if (const auto* spatial = AcDb3dPolyline::cast(&curve))
-        spatial->parts().each<AcDb3dPolylineVertex>([&](const AcDb3dPolylineVertex& v) {
-            if (v.vertexType() != AcDb::k3dControlVertex) points.append(v.position());
-        });
-    return points;
-}
-
 // The direction in which a smooth closed curve passes its start; zero for others.
 AcGeVector3d seamDirection(const AcDbCurve& curve) {
     double start = 0, end = 0;
@@ -192,7 +175,7 @@ std::unique_ptr<AcDbEntity> lightOf(const AcDbCurve& curve, int precision) {
 }
 
 bool replaceSpatial(AcDb3dPolyline& source, AcDbObjectId& id) {
-    const AcGePoint3dArray points = verticesOf(source);
+    const AcGePoint3dArray points(PolylineVertices(source));
     if (points.length() < 2 || MakePolylineThroughPoints(id, points.length(), points.asArrayPtr(),
                                                          source.isClosed(), &source) != Acad::eOk)
         return false;
@@ -212,7 +195,7 @@ bool SplineToPolyline(AcDbSpline& spline, int precision) {
 bool CurveToSpline(AcDbCurve& curve, bool equalDivision, int count) {
     std::unique_ptr<AcDbSpline> spline;
     AcGePoint3dArray points;
-    if (!equalDivision && !(spline = ownSpline(curve))) points = verticesOf(curve);
+    if (!equalDivision && !(spline = ownSpline(curve))) points = AcGePoint3dArray(PolylineVertices(curve));
     if (!spline) {
         if (points.isEmpty() && !SampleCurveEvenly(curve, points, count)) return false;
         spline = splineThrough(curve, std::move(points));

@@ -13,12 +13,10 @@ namespace {
 constexpr wchar_t kSelectCurves[] = L"请选择各种线条>\n";
 constexpr wchar_t kNoCurves[] = L"未选中任何线条。\n";
 
-void reportCurves(int count) { PrintText(TranslateFormat(L"\n处理了< %d >根曲线。 ", count)); }
-
 template <class Work> void eachCurve(const SelectionSet& set, AcDb::OpenMode mode, Work work) {
     int count = 0;
     ForEach<AcDbCurve>(set, mode, [&](AcDbCurve& curve) { count += work(curve); });
-    reportCurves(count);
+    ReportCurveCount(count);
 }
 
 } // namespace

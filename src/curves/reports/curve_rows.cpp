@@ -87,14 +87,16 @@ void WriteCurveRows(CString& rows, const AcDbCurve& curve, double textHeight, bo
     rows += TableRow(kVertexColumns, true).Empty(5).Real(CurveLength(curve)).Real(area).Html();
 }
 
-double AskMarkHeight() {
+double AskTextHeight(const wchar_t* prompt) {
     constexpr double kPart = 30, kSmallest = 0.001, kUnreadable = 100;
     double view = kUnreadable, answer = 0;
     ReadSysVar(L"VIEWSIZE", view);
     const double height = view / kPart;
-    const int status = acedGetReal(TranslateFormat(L"\n请输入标记文字高度(%.2f):", height), &answer);
+    const int status = acedGetReal(TranslateFormat(prompt, height), &answer);
     return status == RTNORM && answer > kSmallest ? answer : height;
 }
+
+double AskMarkHeight() { return AskTextHeight(L"\n请输入标记文字高度(%.2f):"); }
 
 bool AskLowerLeftStart() {
     return AskYesNo(L"是否把默认起点设在左下角[Y/N](Y):", L"Lower Left default?[Y/N](Y):", true);

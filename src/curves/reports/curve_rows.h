@@ -20,7 +20,9 @@ void WriteCurveRows(CString& rows, const AcDbCurve& curve, double textHeight, bo
 
 // A mark: a point entity, and beside it a text when there are words.
 void DrawMark(const AcGePoint3d& at, const std::wstring& words, double textHeight);
-// The height of the marks' texts: the view's height over 30, unless the user gives one above 0.001.
+// The height of marks and numbers: the view's height over 30, unless the user gives one above 0.001. The
+// prompt is a source text with one place for the usual height.
+double AskTextHeight(const wchar_t* prompt);
 double AskMarkHeight();
 bool AskLowerLeftStart();
 // Lets point entities show as marks.

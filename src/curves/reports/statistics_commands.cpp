@@ -9,6 +9,7 @@
 #include "core/messages.h"
 #include "core/selection.h"
 #include "core/sysvar_stack.h"
+#include "curves/reports/curve_rows.h"
 #include "curves/reports/report_commands.h"
 #include "curves/reports/report_files.h"
 #include "curves/reports/smallest_box.h"
@@ -24,12 +25,8 @@ AcDbDatabase* drawing() { return acdbHostApplicationServices()->workingDatabase(
 
 // Whether numbers are drawn, and how large. The default is the one of marks.
 double askNumberHeight(const wchar_t* question) {
-    if (!AskYesNo(question, L"\nDraw index[Y/N](Y): ", true)) return 0;
-    constexpr double kPart = 30, kSmallest = 0.001, kUnreadable = 100;
-    double view = kUnreadable, answer = 0;
-    ReadSysVar(L"VIEWSIZE", view);
-    const int status = acedGetReal(TranslateFormat(L"\n请输入编号文字大小(%.3f):", view / kPart), &answer);
-    return status == RTNORM && answer > kSmallest ? answer : view / kPart;
+    const bool wanted = AskYesNo(question, L"\nDraw index[Y/N](Y): ", true);
+    return wanted ? AskTextHeight(L"\n请输入编号文字大小(%.3f):") : 0;
 }
 
 // The layer for the numbers of a layer's curves, made when it isn't there. Null when it can't be made.
