@@ -4,6 +4,7 @@
 
 #include "host/ed/prompting.h"
 #include "host/ed/sysvars.h"
+#include "host/ge/polygon2d.h"
 #include "host/os/numbers.h"
 #include "host/view/collector.h"
 #include "host/view/database_source.h"
@@ -94,15 +95,6 @@ double distanceTo(const Strokes& strokes, const AcGePoint2d& p) {
             best = std::min(best, distanceToSegment(p, path[i - 1], path[i]));
     }
     return best;
-}
-
-bool inside(const std::vector<AcGePoint2d>& polygon, const AcGePoint2d& p) {
-    bool in = false;
-    for (size_t i = 0, j = polygon.size() - 1; i < polygon.size(); j = i++) {
-        const AcGePoint2d &a = polygon[i], &b = polygon[j];
-        if ((a.y > p.y) != (b.y > p.y) && p.x < (b.x - a.x) * (p.y - a.y) / (b.y - a.y) + a.x) in = !in;
-    }
-    return in;
 }
 
 double side(const AcGePoint2d& a, const AcGePoint2d& b, const AcGePoint2d& p) {
@@ -201,7 +193,7 @@ AcDbObjectId entityAt(const AcGePoint3d& world, double tolerance) {
 bool seenInside(const std::vector<AcGePoint3d>& worldPolygon, const AcGePoint3d& world) {
     const Tracer tracer;
     const std::vector<AcGePoint2d> polygon = flat(worldPolygon, tracer), point = flat({world}, tracer);
-    return polygon.size() > 2 && point.size() == 1 && inside(polygon, point.front());
+    return polygon.size() > 2 && point.size() == 1 && polygonHolds(polygon, point.front());
 }
 
 std::vector<AcDbObjectId> entitiesIn(const std::vector<AcGePoint3d>& worldPolygon, bool crossing) {
@@ -212,9 +204,9 @@ std::vector<AcDbObjectId> entitiesIn(const std::vector<AcGePoint3d>& worldPolygo
         polygon,
         [&](const Strokes& strokes) {
             const bool cut = crosses(strokes, polygon, true);
-            if (crossing) return cut || inside(polygon, strokes.paths.front().front());
+            if (crossing) return cut || polygonHolds(polygon, strokes.paths.front().front());
             return !cut && std::all_of(strokes.paths.begin(), strokes.paths.end(),
-                                       [&](const auto& path) { return inside(polygon, path.front()); });
+                                       [&](const auto& path) { return polygonHolds(polygon, path.front()); });
         },
         tracer);
 }

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/ge/polygon2d.h"
+
 namespace host {
 namespace {
 
@@ -79,14 +81,7 @@ ClipShape::ClipShape(std::vector<AcGePoint2d> polygon, const AcGeMatrix3d& world
     pieces_ = convexPieces(polygon_);
 }
 
-bool ClipShape::inside(const AcGePoint3d& p) const {
-    bool in = false;
-    for (size_t i = 0, j = polygon_.size() - 1; i < polygon_.size(); j = i++) {
-        const AcGePoint2d &a = polygon_[i], &b = polygon_[j];
-        if ((a.y > p.y) != (b.y > p.y) && p.x < (b.x - a.x) * (p.y - a.y) / (b.y - a.y) + a.x) in = !in;
-    }
-    return in;
-}
+bool ClipShape::inside(const AcGePoint3d& p) const { return polygonHolds(polygon_, {p.x, p.y}); }
 
 bool ClipShape::holds(const AcGePoint3d& world) const {
     return polygon_.empty() || inside(worldToClip_ * world);
