@@ -43,6 +43,11 @@ public:
     Acad::ErrorStatus getFitData(AcGePoint3dArray& fitPoints, int& degree, double& fitTolerance,
                                  Adesk::Boolean& tangentsExist, AcGeVector3d& startTangent,
                                  AcGeVector3d& endTangent) const;
+    // A curve anew through other points, with natural ends unless it is periodic. Degrees above 3 are raised
+    // from the cubic. eInvalidInput, and nothing changed, for fewer than two different points (periodic:
+    // three) or a degree beyond 3 to 25.
+    Acad::ErrorStatus setFitData(const AcGePoint3dArray& fitPoints, Adesk::Boolean periodic,
+                                 AcGe::KnotParameterization knots, int degree, double fitTolerance);
     Acad::ErrorStatus insertKnot(double param);
     Acad::ErrorStatus elevateDegree(int newDegree);
     double fitTolerance() const { return fitTolerance_; }

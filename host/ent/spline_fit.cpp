@@ -37,6 +37,27 @@ void AcDbSpline::solveFit() {
     curve_ = host::ge::interpolate(fitPoints_, options).curve;
 }
 
+Acad::ErrorStatus AcDbSpline::setFitData(const AcGePoint3dArray& fitPoints, Adesk::Boolean periodic,
+                                         AcGe::KnotParameterization knots, int degree, double fitTolerance) {
+    if (degree < 3 || degree > host::ge::kMaxDegree || !std::isfinite(fitTolerance))
+        return Acad::eInvalidInput;
+    AcDbSpline fitted;
+    fitted.curve_.periodic = periodic, fitted.knotStyle_ = knots;
+    for (const AcGePoint3d& p : fitPoints) {
+        if (!host::finite(p)) return Acad::eInvalidInput;
+        fitted.fitPoints_.push_back(p);
+    }
+    fitted.solveFit();
+    if (!fitted.curve_.isValid()) return Acad::eInvalidInput;
+    if (auto es = willModify(); es != Acad::eOk) return es;
+    curve_ = degree > fitted.curve_.degree ? host::ge::elevated(fitted.curve_, degree) : fitted.curve_;
+    fitPoints_ = std::move(fitted.fitPoints_);
+    knotStyle_ = knots, startTangent_ = endTangent_ = normal_ = AcGeVector3d();
+    if (fitTolerance > 0) fitTolerance_ = fitTolerance;
+    flags_ = 0, stated_ = 0;
+    return Acad::eOk;
+}
+
 Acad::ErrorStatus AcDbSpline::setFitPointAt(int index, const AcGePoint3d& point) {
     if (index < 0 || index >= numFitPoints()) return Acad::eInvalidIndex;
     if (!host::finite(point)) return Acad::eInvalidInput;

@@ -28,6 +28,8 @@ struct AcGeContext {
 };
 
 struct AcGe {
+    // How far apart the knots of two neighbouring fit points lie: by their distance, its root, or evenly.
+    enum KnotParameterization { kChord = 0, kSqrtChord = 1, kUniform = 2 };
     enum ErrorCondition {
         kOk,
         k0This,

@@ -2,6 +2,7 @@
 #pragma once
 #include "host/ent/blockreference.h"
 #include "host/ent/conics.h"
+#include "host/ent/faces.h"
 #include "host/ent/line.h"
 #include "host/ent/polyline.h"
 #include "host/ent/polyline2d.h"
