@@ -12,8 +12,6 @@ namespace {
 
 AcDbDatabase* database() { return acdbHostApplicationServices()->workingDatabase(); }
 
-AcGePoint3d cursor;
-
 ViewFrame activeFrame() {
     ViewFrame frame;
     AcDbViewportTable* table = nullptr;
@@ -96,9 +94,6 @@ PointFrame pointFrame() {
 void setLastPoint(const AcGePoint3d& p) {
     setSessionVariable(L"LASTPOINT", wide(formatReal(p.x) + "," + formatReal(p.y) + "," + formatReal(p.z)));
 }
-
-const AcGePoint3d& cursorPosition() { return cursor; }
-void cursorMoved(const AcGePoint3d& world) { cursor = world; }
 
 AcGePoint3d ucsToWorld(const AcGePoint3d& point) {
     return transformed(point, CoordinateSystem::Kind::user, CoordinateSystem::Kind::world);

@@ -5,6 +5,7 @@
 
 #include "host/ed/application.h"
 #include "host/ed/interpreter.h"
+#include "host/view/screen.h"
 
 HOST_DEFINE_ABSTRACT_CLASS(AcApDocument, AcRxObject)
 HOST_DEFINE_ABSTRACT_CLASS(AcApDocManager, AcRxObject)
@@ -19,7 +20,8 @@ const ACHAR* AcApDocument::fileName() const {
 }
 const ACHAR* AcApDocument::docTitle() const {
     const std::wstring path = fileName();
-    title_ = path.empty() ? L"Drawing1.dxf" : path.substr(path.find_last_of(L'/') + 1);
+    title_ = path.empty() ? L"Drawing" + std::to_wstring(number_) + L".dxf"
+                          : path.substr(path.find_last_of(L'/') + 1);
     return title_.c_str();
 }
 AcAp::DocLockMode AcApDocument::lockMode(bool) const {
@@ -51,10 +53,14 @@ AcApDocument* AcApDocManager::document(const AcDbDatabase* database) const {
     return nullptr;
 }
 
-AcApDocumentIterator* AcApDocManager::newAcApDocumentIterator() const {
+std::vector<AcApDocument*> AcApDocManager::documents() const {
     std::vector<AcApDocument*> all;
     for (const auto& document : documents_) all.push_back(document.get());
-    return new AcApDocumentIterator(std::move(all));
+    return all;
+}
+
+AcApDocumentIterator* AcApDocManager::newAcApDocumentIterator() const {
+    return new AcApDocumentIterator(documents());
 }
 
 Acad::ErrorStatus AcApDocManager::setCurDocument(AcApDocument* document, AcAp::DocLockMode mode, bool) {
@@ -102,6 +108,9 @@ void AcApDocManager::removeReactor(AcApDocManagerReactor* reactor) { std::erase(
 AcApDocument* AcApDocManager::add(std::unique_ptr<AcDbDatabase> database) {
     documents_.push_back(std::make_unique<AcApDocument>(std::move(database)));
     AcApDocument* document = documents_.back().get();
+    for (const auto& other : documents_)
+        if (other.get() != document && !*other->fileName())
+            document->number_ = std::max(document->number_, other->number_ + 1);
     setCurDocument(document);
     const auto copy = reactors_;
     for (AcApDocManagerReactor* reactor : copy) reactor->documentCreated(document);
@@ -116,6 +125,7 @@ void AcApDocManager::close(AcApDocument* document) {
     const auto copy = reactors_;
     for (AcApDocManagerReactor* reactor : copy) reactor->documentToBeDestroyed(document);
     acrxDynamicLinker->broadcast(AcRx::kUnloadDwgMsg);
+    host::screen().forget(document->database());
     if (current_ == document) {
         current_ = nullptr;
         acdbHostApplicationServices()->setWorkingDatabase(nullptr);

@@ -6,6 +6,7 @@
 
 #include "host/db/database.h"
 #include "host/db/rx.h"
+#include "host/ed/input_point.h"
 
 namespace AcAp {
 enum DocLockMode {
@@ -26,17 +27,20 @@ public:
     ~AcApDocument() override;
     AcDbDatabase* database() const { return database_.get(); }
     const ACHAR* fileName() const;
-    const ACHAR* docTitle() const;
+    const ACHAR* docTitle() const; // the file's name, or that of a new drawing, such as "Drawing2.dxf"
     AcAp::DocLockMode lockMode(bool includeMyLocks = false) const;
     bool isQuiescent() const; // no command runs in it
+    AcEdInputPointManager* inputPointManager() { return &inputPoints_; }
     // Exchanges the drawing: opening another file in the same document.
     void setDatabase(std::unique_ptr<AcDbDatabase> database);
 
 private:
     friend class AcApDocManager;
     std::unique_ptr<AcDbDatabase> database_;
+    AcEdInputPointManager inputPoints_;
     std::vector<AcAp::DocLockMode> locks_;
     mutable std::wstring title_;
+    int number_ = 1; // in the name of a new drawing
 };
 
 class AcApDocManagerReactor : public AcRxObject {
@@ -80,6 +84,9 @@ public:
     // For front ends: takes a drawing in as a document and makes it current; modules hear kLoadDwgMsg.
     AcApDocument* add(std::unique_ptr<AcDbDatabase> database);
     void close(AcApDocument* document);
+
+    // In the order of their opening.
+    std::vector<AcApDocument*> documents() const;
 
 private:
     std::vector<std::unique_ptr<AcApDocument>> documents_;

@@ -72,7 +72,12 @@ int acutPrintf(const ACHAR* format, ...);
 int acedPrompt(const ACHAR* text);
 int acedAlert(const ACHAR* text);
 
-int acedGrDraw(const ads_point from, const ads_point to, int color, int highlight); // -1 exclusive-or colour
+// A line on the screen that belongs to no drawing, until the screen is drawn anew or the view changes. UCS
+// coordinates. Colours 1 to 255, 0 for the ground's, -1 for one that inverts what is there. RTERROR for
+// others.
+int acedGrDraw(const ads_point from, const ads_point to, int color, int highlight);
+// Without an entity the whole screen, and the lines of acedGrDraw are gone. With one: mode 1 draws it again,
+// 3 highlights it, 4 ends that.
 int acedRedraw(const ads_name entity, int mode);
 void acedUpdateDisplay();
 // Lets time pass in front of somebody who watches; scripts don't wait.

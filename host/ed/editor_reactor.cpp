@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "host/view/screen.h"
+
 HOST_DEFINE_ABSTRACT_CLASS(AcEditorReactor, AcRxObject)
 HOST_DEFINE_ABSTRACT_CLASS(AcEditor, AcRxObject)
 
@@ -15,4 +17,9 @@ void AcEditor::removeReactor(AcEditorReactor* reactor) { std::erase(reactors_, r
 AcEditor* acedEditorPtr() {
     static AcEditor editor;
     return &editor;
+}
+
+void host::viewChanged() {
+    screen().clearVectors();
+    acedEditorPtr()->each([](AcEditorReactor& reactor) { reactor.viewChanged(); });
 }

@@ -17,6 +17,7 @@ public:
     virtual void sysVarChanged(const ACHAR*, bool) {}
     virtual void sysVarWillChange(const ACHAR*) {}
     virtual void pickfirstModified() {}
+    virtual void viewChanged() {} // what part of the drawing shows, or from where
     virtual void beginSave(AcDbDatabase*, const ACHAR*) {}
     virtual void saveComplete(AcDbDatabase*, const ACHAR*) {}
     virtual void endDwgOpen(const ACHAR*, AcDbDatabase*) {}
@@ -43,3 +44,8 @@ private:
 };
 AcEditor* acedEditorPtr();
 #define acedEditor acedEditorPtr()
+
+namespace host {
+// For front ends and commands: the view has changed. Vectors of acedGrDraw vanish, reactors hear it.
+void viewChanged();
+} // namespace host

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/ed/editor_reactor.h"
 #include "host/ed/frontend.h"
 #include "host/ed/host_command_tools.h"
 #include "host/ed/named_records.h"
@@ -26,6 +27,8 @@ void showFrame(const ViewFrame& view) {
     active->setTarget(view.target);
     active->setViewDirection(view.direction);
     active->setViewTwist(view.twist);
+    active.close();
+    viewChanged();
     frontEnd().redraw();
 }
 

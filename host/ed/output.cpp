@@ -1,5 +1,6 @@
 // Text to the command line, message boxes, symbols, queued expressions and other small services.
 #include <algorithm>
+#include <cmath>
 #include <cstdarg>
 #include <map>
 
@@ -8,6 +9,7 @@
 #include "host/ed/prompting.h"
 #include "host/os/format.h"
 #include "host/os/text.h"
+#include "host/view/screen.h"
 
 namespace {
 
@@ -45,8 +47,23 @@ int MessageBoxW(void*, const wchar_t* text, const wchar_t* caption, unsigned sty
 }
 int AfxMessageBox(const wchar_t* text, unsigned style) { return MessageBoxW(nullptr, text, L"", style); }
 
-int acedGrDraw(const ads_point, const ads_point, int, int) { return RTNORM; }
-int acedRedraw(const ads_name, int) { return host::frontEnd().redraw(), RTNORM; }
+int acedGrDraw(const ads_point from, const ads_point to, int color, int highlight) {
+    if (!from || !to || color < -1 || color > 255) return RTERROR;
+    for (int i = 0; i < 3; ++i)
+        if (!std::isfinite(from[i]) || !std::isfinite(to[i])) return RTERROR;
+    host::screen().draw({host::ucsToWorld({from[X], from[Y], from[Z]}),
+                         host::ucsToWorld({to[X], to[Y], to[Z]}), color, highlight != 0});
+    return RTNORM;
+}
+int acedRedraw(const ads_name entity, int mode) {
+    if (!entity) return host::screen().clearVectors(), host::frontEnd().redraw(), RTNORM;
+    constexpr int kShow = 1, kHighlight = 3, kUnhighlight = 4;
+    AcDbObjectId id;
+    if (acdbGetObjectId(id, entity) != Acad::eOk || id.isErased()) return RTERROR;
+    if (mode == kHighlight || mode == kUnhighlight) host::screen().highlight(id, mode == kHighlight);
+    if (mode == kShow) host::screen().redraw(id);
+    return host::frontEnd().redraw(), RTNORM;
+}
 void acedUpdateDisplay() { host::frontEnd().redraw(); }
 void Sleep(unsigned milliseconds) { host::frontEnd().wait(milliseconds); }
 // The viewport records are the only place where the view is kept, so there is nothing to copy.

@@ -43,9 +43,24 @@ PointFrame pointFrame();
 AcGePoint3d ucsToWorld(const AcGePoint3d& point);
 AcGePoint3d worldToUcs(const AcGePoint3d& point);
 void setLastPoint(const AcGePoint3d& ucs);
-// Where the cursor stands; scripts move it without answering.
+// Where the cursor stood last; scripts move it without answering.
 const AcGePoint3d& cursorPosition();
-void cursorMoved(const AcGePoint3d& world);
+// For front ends: the cursor has moved over the drawing. Input-point monitors hear it, and whoever drags.
+// `computed` false: the view gives no point there.
+void cursorMoved(const AcGePoint3d& world, bool computed = true);
+
+// While one lives it hears where the cursor goes; the latest one alone.
+class CursorListener {
+public:
+    CursorListener();
+    virtual ~CursorListener();
+    CursorListener(const CursorListener&) = delete;
+    CursorListener& operator=(const CursorListener&) = delete;
+    virtual void cursorMoved(const AcGePoint3d& world) = 0;
+
+private:
+    CursorListener* former_;
+};
 
 // Half the side of the square in which a pick finds things, in world units.
 double pickTolerance();

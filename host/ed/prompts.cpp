@@ -4,6 +4,7 @@
 
 #include "host/ed/editor.h"
 #include "host/ed/interpreter.h"
+#include "host/ed/message_filter.h"
 #include "host/ed/prompting.h"
 #include "host/ed/sysvars.h"
 #include "host/os/keys.h"
@@ -88,6 +89,9 @@ public:
             point = worldToUcs(*snapped);
         }
         setLastPoint(point);
+        // A script's point is a click: the cursor stands there. At a window the mouse stays where it is.
+        if (reply.kind == PromptReply::Kind::text && !frontEnd().interactive())
+            cursorMoved(ucsToWorld(point));
         return result = point, Step::done;
     }
 
@@ -162,10 +166,17 @@ double angleBetween(const AcGePoint3d& a, const AcGePoint3d& b) {
     return angle < 0 ? angle + 2 * std::numbers::pi : angle;
 }
 
-// Cursor moves and held keys that scripts put between answers.
+// Cursor moves, held and pressed keys that scripts put between answers.
 bool betweenAnswers(const PromptReply& reply) {
     if (reply.kind != PromptReply::Kind::text) return false;
     const std::wstring text = lower(reply.text);
+    if (text.starts_with(L"press ")) {
+        if (const auto key = virtualKeyOf(text.substr(6)))
+            keyFiltered(*key);
+        else
+            printLine(L"\nKeys to press are tab, return, space, escape, delete, letters and digits.");
+        return true;
+    }
     if (text.starts_with(L"keys ")) {
         const auto keys = parseKeys(utf8(text.substr(5)));
         if (keys)

@@ -78,9 +78,8 @@ ScriptReader::Answer ScriptReader::next(bool blanksEnd, bool pointing) {
     answer.line = line_;
     answer.text = blanksEnd ? word() : restOfLine();
     const std::wstring folded = lower(answer.text);
-    if (pointing && blanksEnd && (folded == L"move" || folded == L"keys") && at_ < script_.size() &&
-        !lineStart_)
-        answer.text += L' ' + word();
+    const bool between = folded == L"move" || folded == L"keys" || folded == L"press";
+    if (pointing && blanksEnd && between && at_ < script_.size() && !lineStart_) answer.text += L' ' + word();
     answer.escape = answer.text == L"^C" || answer.text == L"^c";
     answer.text = unquoted(answer.text);
     return answer;

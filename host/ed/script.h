@@ -13,7 +13,7 @@ namespace host {
 //
 // A blank or a line end ends an answer, an empty answer is Enter; where the answer may hold blanks only the
 // line end ends it. "..." keeps blanks, (...) is one answer, a line that begins with ";" is a comment, ^C is
-// Esc. `move x,y` and `keys ...` are one answer each.
+// Esc. `move x,y`, `keys ...` and `press ...` are one answer each.
 class ScriptReader {
 public:
     explicit ScriptReader(std::wstring script);
@@ -24,7 +24,7 @@ public:
         int line = 0; // of the script, from 1
     };
     // The next answer; `blanksEnd` as the prompt has it. `pointing` is set where the cursor matters: there
-    // "move" and "keys" take the word behind them along. Call only when not atEnd().
+    // "move", "keys" and "press" take the word behind them along. Call only when not atEnd().
     Answer next(bool blanksEnd, bool pointing = false);
     // An action on a dialog: a word, quotes left in; `drag` with its control and points, `picture` with its
     // file.

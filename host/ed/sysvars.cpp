@@ -52,6 +52,7 @@ const std::vector<SystemVariable> kVariables = {
     {L"CTAB", RTSTR, Home::computed, nullptr, 0, L"", 0, 0, true},
     {L"CVPORT", RTSHORT, Home::session, nullptr, 0, L"2", 1, 32767},
     {L"DBMOD", RTSHORT, Home::computed, nullptr, 0, L"", 0, 0, true},
+    {L"DEFAULTGIZMO", RTSHORT, Home::profile, nullptr, 0, L"0", 0, 3},
     {L"DELOBJ", RTSHORT, Home::profile, nullptr, 0, L"1", -3, 3},
     {L"DWGNAME", RTSTR, Home::computed, nullptr, 0, L"", 0, 0, true},
     {L"DWGPREFIX", RTSTR, Home::computed, nullptr, 0, L"", 0, 0, true},

@@ -1,10 +1,13 @@
 // Focus, capture, and what a user does with the mouse.
+#include "host/os/keys.h"
+#include "host/ui/messages.h"
 #include "host/ui/windows.h"
 
 namespace host {
 namespace {
 
 HWND focused = nullptr, captured = nullptr;
+POINT mousePosition;
 
 bool takesFocus(const Window& window) {
     if (!window.enabled() || window.hasClass(L"Static")) return false;
@@ -29,6 +32,8 @@ HWND mouseTarget(HWND dialog, POINT point) {
     }
     return dialog;
 }
+
+void setMousePosition(POINT point) { mousePosition = point; }
 
 void click(HWND handle, POINT point) { drag(handle, {CPoint(point)}); }
 
@@ -67,5 +72,24 @@ HWND GetCapture() { return IsWindow(captured) ? captured : nullptr; }
 BOOL ReleaseCapture() {
     const HWND before = std::exchange(captured, nullptr);
     SendMessageW(before, WM_CAPTURECHANGED, 0, 0);
+    return TRUE;
+}
+
+short GetAsyncKeyState(int virtualKey) {
+    const auto held = [virtualKey] {
+        switch (UINT(virtualKey)) {
+        case VK_SHIFT: return keyHeld(Key::shift);
+        case VK_CONTROL: return keyHeld(Key::ctrl);
+        case VK_MENU: return keyHeld(Key::alt);
+        case VK_SPACE: return keyHeld(Key::space);
+        case VK_ESCAPE: return keyHeld(Key::escape);
+        default: return false;
+        }
+    };
+    return held() ? short(-0x8000) : short(0);
+}
+BOOL GetCursorPos(POINT* point) {
+    if (!point) return FALSE;
+    *point = mousePosition;
     return TRUE;
 }

@@ -96,6 +96,9 @@ void click(HWND window, POINT point);
 // Presses at the first point, moves to each of the others and lets go at the last.
 void drag(HWND window, const std::vector<CPoint>& points);
 
+// Where the mouse is on the screen; front ends tell it.
+void setMousePosition(POINT point);
+
 // Who shows windows hears what became of them; one for the process, null for none.
 class WindowWatcher {
 public:
@@ -167,6 +170,9 @@ HWND GetFocus();
 HWND SetCapture(HWND window);
 HWND GetCapture();
 BOOL ReleaseCapture();
+// Whether a key is held: negative when it is, 0 else. Of Shift, Ctrl, Alt, space and Esc alone.
+short GetAsyncKeyState(int virtualKey);
+BOOL GetCursorPos(POINT* point); // of the mouse, on the screen
 HDC GetDC(HWND window);
 int ReleaseDC(HWND window, HDC dc);
 BOOL EndDialog(HWND dialog, INT_PTR result);

@@ -39,12 +39,28 @@ bool Screen::drawBlock(AcGiWorldDraw* context, AcDbObjectId block) {
     return any;
 }
 
+void Screen::draw(const Vector& vector) {
+    ++generation_;
+    const auto present =
+        vector.color == -1 ? std::find(vectors_.begin(), vectors_.end(), vector) : vectors_.end();
+    if (present == vectors_.end())
+        vectors_.push_back(vector);
+    else
+        vectors_.erase(present);
+}
+
+void Screen::clearVectors() {
+    generation_ += !vectors_.empty();
+    vectors_.clear();
+}
+
 std::vector<AcDbObjectId> Screen::takeRedrawn() { return std::exchange(redrawn_, {}); }
 
 void Screen::forget(const AcDbDatabase* database) {
     const auto gone = [&](AcDbObjectId id) { return id.database() == database; };
     std::erase_if(highlighted_, gone);
     std::erase_if(redrawn_, gone);
+    vectors_.clear();
     ++generation_;
 }
 

@@ -146,9 +146,11 @@ TEST(Prompts, PointsSnapToWhatIsDrawn) {
 TEST(Prompts, CursorMovesAndHeldKeysDoNotAnswer) {
     Bench bench;
     ads_point point{};
-    bench.answer(L"move 7,8 keys ctrl+shift 1,2\n", [&] {
-        EXPECT_EQ(RTNORM, acedGetPoint(nullptr, L"", point));
+    bench.answer(L"move 7,8 keys ctrl+shift ^C 1,2\n", [&] {
+        EXPECT_EQ(RTCAN, acedGetPoint(nullptr, L"", point));
         EXPECT_TRUE(near(host::cursorPosition(), {7, 8, 0}));
+        EXPECT_EQ(RTNORM, acedGetPoint(nullptr, L"", point));
+        EXPECT_TRUE(near(host::cursorPosition(), {1, 2, 0})); // a script's point is a click
         EXPECT_TRUE(host::heldKeys().ctrl && host::heldKeys().shift && !host::heldKeys().alt);
     });
     EXPECT_EQ(1, point[X]);
