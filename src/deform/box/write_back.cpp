@@ -54,35 +54,45 @@ void writeRigid(AcDbEntity& entity, const AcGePoint3d& to, double scale) {
     if (scale != 1) multi.setTextHeight(multi.textHeight() * scale);
 }
 
-// The plane stays: vertices are brought into it, and the elevation takes the mean of how far they left it.
-// Vertices that nothing moves keep their bits, as far as the plane lies level.
-void writePolyline(AcDbPolyline& polyline, Points moved) {
-    const AcGeMatrix3d toPlane = WorldToPlane(polyline.normal());
-    auto vertices = polyline.vertices();
-    const size_t count = std::min(vertices.size(), moved.size());
-    double rise = 0;
+// Where a flat polyline's vertices went, in its plane's coordinates, and their mean height.
+struct Flat {
+    std::vector<AcGePoint2d> points;
+    double elevation = 0;
+};
+
+// Heights count from the first one, so that equal ones give exactly theirs.
+Flat flattened(Points moved, size_t count, const AcGeVector3d& normal) {
+    const AcGeMatrix3d toPlane = WorldToPlane(normal);
+    Flat flat;
+    double first = 0, rise = 0;
     for (size_t i = 0; i < count; ++i) {
         const AcGePoint3d p = toPlane * moved[i];
-        vertices[i].point = {p.x, p.y};
-        rise += p.z - polyline.elevation();
+        if (i == 0) first = p.z;
+        flat.points.push_back({p.x, p.y});
+        rise += p.z - first;
     }
-    const double elevation = count ? polyline.elevation() + rise / double(count) : polyline.elevation();
+    flat.elevation = count ? first + rise / double(count) : 0;
+    return flat;
+}
+
+void writePolyline(AcDbPolyline& polyline, Points moved) {
+    auto vertices = polyline.vertices();
+    const Flat flat = flattened(moved, std::min(vertices.size(), moved.size()), polyline.normal());
+    if (flat.points.empty()) return;
+    for (size_t i = 0; i < flat.points.size(); ++i) vertices[i].point = flat.points[i];
     polyline.setVertices(std::move(vertices));
-    polyline.setElevation(elevation);
+    polyline.setElevation(flat.elevation);
 }
 
 void writeFlatVertices(AcDb2dPolyline& polyline, Points moved) {
-    const AcGeMatrix3d toPlane = WorldToPlane(polyline.normal());
     const auto vertices = VertexObjects(polyline);
-    const size_t count = std::min(vertices.size(), moved.size());
-    double rise = 0;
-    for (size_t i = 0; i < count; ++i) {
+    const Flat flat = flattened(moved, std::min(vertices.size(), moved.size()), polyline.normal());
+    if (flat.points.empty()) return;
+    for (size_t i = 0; i < flat.points.size(); ++i) {
         AcDbObjectPointer<AcDb2dVertex> vertex(vertices[i].id, AcDb::kForWrite);
-        const AcGePoint3d p = toPlane * moved[i];
-        if (vertex) vertex->setPosition({p.x, p.y, vertex->position().z});
-        rise += p.z - polyline.elevation();
+        if (vertex) vertex->setPosition({flat.points[i].x, flat.points[i].y, vertex->position().z});
     }
-    if (count) polyline.setElevation(polyline.elevation() + rise / double(count));
+    polyline.setElevation(flat.elevation);
 }
 
 void writeVertices(const AcDb3dPolyline& polyline, Points moved) {
