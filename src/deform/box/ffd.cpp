@@ -26,6 +26,14 @@ bool isStill(const FFDEntityRecord& record, std::span<const AcGePoint3d> moved, 
 
 } // namespace
 
+void FFDCage::setCounts(const AxisCounts& counts) {
+    state_.countX = counts[0], state_.countY = counts[1], state_.countZ = counts[2];
+}
+
+void FFDCage::setSubdivision(const Subdivision& subdivision) {
+    state_.subdivide = subdivision.on, state_.subdivisionLevel = subdivision.level;
+}
+
 bool FFDCage::FitBox() {
     AcDbObjectIdArray ids;
     for (const AcDbObjectId id : selectionIds_) ids.append(id);
@@ -33,69 +41,71 @@ bool FFDCage::FitBox() {
     IdsExtents(extents, ids);
     if (!extents.isValid()) return false;
     AcGePoint3d low = extents.minPoint(), high = extents.maxPoint();
+    AxisCounts counts = this->counts();
     for (unsigned axis = 0; axis < 3; ++axis) {
         const double extent = high[axis] - low[axis];
         if (extent < kFlat)
-            counts_[axis] = 1;
-        else if (counts_[axis] == 1)
-            counts_[axis] = kUsualCount;
+            counts[axis] = 1;
+        else if (counts[axis] == 1)
+            counts[axis] = kUsualCount;
         low[axis] -= extent * kMargin;
         high[axis] += extent * kMargin;
     }
-    box_.set(low, high);
+    setCounts(counts);
+    state_.boxMin = low, state_.boxMax = high;
     return true;
 }
 
 void FFDCage::BuildLattice() {
-    grid_ = LatticeGrid(counts_, box_.minPoint(), box_.maxPoint());
-    box_.set(grid_.boxMin(), grid_.boxMax());
-    controlPoints_.clear();
-    controlPoints_.reserve(size_t(grid_.size()));
+    grid_ = LatticeGrid(counts(), state_.boxMin, state_.boxMax);
+    state_.boxMin = grid_.boxMin(), state_.boxMax = grid_.boxMax(), state_.boxCentre = grid_.centre();
+    state_.controlPoints.clear();
+    state_.controlPoints.reserve(size_t(grid_.size()));
     const auto [nx, ny, nz] = grid_.counts();
     for (int i = 0; i < nx; ++i)
         for (int j = 0; j < ny; ++j)
             for (int k = 0; k < nz; ++k) {
-                FFDControlPoint& point = controlPoints_.emplace_back();
+                FFDControlPoint& point = state_.controlPoints.emplace_back();
                 point.i = i, point.j = j, point.k = k;
                 point.position = point.initialPosition = grid_.rest(i, j, k);
             }
-    edges_.clear();
-    for (const auto& [from, to] : grid_.edges()) edges_.push_back({from, to});
-    for (FFDEntityRecord& record : records_) SetParams(record, box_);
+    state_.edges.clear();
+    for (const auto& [from, to] : grid_.edges()) state_.edges.push_back({from, to});
+    for (FFDEntityRecord& record : state_.records) SetParams(record, box());
 }
 
 void FFDCage::SampleEntities() {
-    records_.clear();
+    state_.records.clear();
     for (const AcDbObjectId id : selectionIds_) {
         FFDEntityRecord record;
-        if (SampleEntity(id, box_, subdivision_, record)) records_.push_back(std::move(record));
+        if (SampleEntity(id, box(), subdivision(), record)) state_.records.push_back(std::move(record));
     }
 }
 
 std::vector<AcGePoint3d> FFDCage::positions() const {
     std::vector<AcGePoint3d> positions;
-    positions.reserve(controlPoints_.size());
-    for (const FFDControlPoint& point : controlPoints_) positions.push_back(point.position);
+    positions.reserve(state_.controlPoints.size());
+    for (const FFDControlPoint& point : state_.controlPoints) positions.push_back(point.position);
     return positions;
 }
 
 // All samples in one go, so that the evaluation runs over one array.
 int FFDCage::ApplyDeformation() {
     std::vector<LatticeSample> samples;
-    for (const FFDEntityRecord& record : records_)
+    for (const FFDEntityRecord& record : state_.records)
         for (size_t n = 0; n < record.points.size(); ++n)
             samples.push_back({record.points[n], record.params[n]});
     std::vector<AcGePoint3d> moved(samples.size());
     LatticeVolume(grid_, positions()).move(samples, moved);
     const LatticeScale scale =
-        ScaleOf(grid_, controlPoints_.front().position, controlPoints_.back().position);
+        ScaleOf(grid_, state_.controlPoints.front().position, state_.controlPoints.back().position);
     int written = 0;
     size_t at = 0;
-    for (FFDEntityRecord& record : records_) {
+    for (FFDEntityRecord& record : state_.records) {
         const std::span own(moved.data() + at, record.points.size());
         at += own.size();
         if (isStill(record, own, scale)) continue;
-        WriteBackEntity(record, own, scale, subdivision_);
+        WriteBackEntity(record, own, scale, subdivision());
         ++written;
     }
     acedUpdateDisplay();
@@ -107,10 +117,12 @@ AcGePoint3d FFDCage::EvaluateLattice(double u, double v, double w) const {
 }
 
 bool FFDCage::ChangeCounts() {
-    if (!AskLatticeCounts(counts_)) return false;
+    AxisCounts counts = this->counts();
+    if (!AskLatticeCounts(counts)) return false;
+    setCounts(counts);
     SampleEntities();
     BuildLattice();
-    PrintText(TranslateFormat(L"\n控制点数量已更新为：%dx%dx%d。", counts_[0], counts_[1], counts_[2]));
+    PrintText(TranslateFormat(L"\n控制点数量已更新为：%dx%dx%d。", counts[0], counts[1], counts[2]));
     return true;
 }
 
@@ -123,7 +135,7 @@ bool FFDCage::Reset() {
 }
 
 CString FFDCage::pickedText(int index) const {
-    const FFDControlPoint& point = controlPoints_[size_t(index)];
+    const FFDControlPoint& point = state_.controlPoints[size_t(index)];
     return TranslateFormat(L"\n已选中控制点 [%d, %d, %d]", point.i, point.j, point.k);
 }
 

@@ -14,7 +14,17 @@ struct FFDControlPoint : ControlPoint {
     int i = 0, j = 0, k = 0;
 };
 
-// One run's state.
+// What one run works on. Nothing of it is kept in the drawing.
+struct FFDState {
+    int countX = 3, countY = 3, countZ = 3; // control points along each axis, 1 to 16
+    AcGePoint3d boxMin, boxMax, boxCentre;
+    std::vector<FFDControlPoint> controlPoints; // X slowest, Z fastest
+    std::vector<CageEdge> edges;
+    std::vector<FFDEntityRecord> records;
+    bool subdivide = false;
+    int subdivisionLevel = 1;
+};
+
 class FFDCage final : public Cage {
 public:
     // The objects as the user selected them, for the whole run; no lattice yet.
@@ -23,17 +33,16 @@ public:
     // The box round the objects, a twentieth larger on each side, with one layer along axes where they have
     // no extent. False, and nothing changed, when no object has extents.
     bool FitBox();
-    const AxisCounts& counts() const { return counts_; }
-    void setCounts(const AxisCounts& counts) { counts_ = counts; } // the lattice as it stands keeps its own
-    void setSubdivision(const Subdivision& subdivision) { subdivision_ = subdivision; }
+    AxisCounts counts() const { return {state_.countX, state_.countY, state_.countZ}; }
+    void setCounts(const AxisCounts& counts); // the lattice as it stands keeps its own
+    void setSubdivision(const Subdivision& subdivision);
 
     // Control points at rest over the box, with the counts set.
     void BuildLattice();
     // Samples all objects as they are now; those that can't be opened are left out. Call before BuildLattice
     // with the box as it was fitted: how densely curves are sampled goes by its size.
     void SampleEntities();
-    const std::vector<FFDEntityRecord>& records() const { return records_; }
-    const LatticeGrid& grid() const { return grid_; }
+    const FFDState& state() const { return state_; }
 
     // Gives every object the shape that the lattice has now. An object that nothing has moved yet is left
     // untouched. The number of objects that were given a shape.
@@ -46,24 +55,20 @@ public:
     // R: a fresh lattice in a fresh box.
     bool Reset();
 
-    int size() const override { return int(controlPoints_.size()); }
-    ControlPoint& point(int index) override { return controlPoints_[size_t(index)]; }
-    const std::vector<CageEdge>& edges() const override { return edges_; }
-    AcDbExtents box() const override { return box_; }
+    int size() const override { return int(state_.controlPoints.size()); }
+    ControlPoint& point(int index) override { return state_.controlPoints[size_t(index)]; }
+    const std::vector<CageEdge>& edges() const override { return state_.edges; }
+    AcDbExtents box() const override { return {state_.boxMin, state_.boxMax}; }
     void apply() override { ApplyDeformation(); }
     CString pickedText(int index) const override;
     bool keyword(wchar_t letter) override;
 
 private:
     std::vector<AcGePoint3d> positions() const;
+    Subdivision subdivision() const { return {state_.subdivide, state_.subdivisionLevel}; }
     std::vector<AcDbObjectId> selectionIds_;
-    AxisCounts counts_{3, 3, 3};
-    Subdivision subdivision_;
-    AcDbExtents box_;
-    LatticeGrid grid_;
-    std::vector<FFDControlPoint> controlPoints_; // X slowest, Z fastest
-    std::vector<CageEdge> edges_;
-    std::vector<FFDEntityRecord> records_;
+    FFDState state_;
+    LatticeGrid grid_; // of the control points as they were built
 };
 
 } // namespace corvane::deform

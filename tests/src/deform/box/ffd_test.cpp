@@ -69,7 +69,7 @@ TEST(FreeFormDeform, ALatticeAtRestChangesNoByteOfAnyKind) {
         const auto ids = addAllKinds(drawing);
         const std::string before = drawing.bytes();
         FFDCage cage = cageRound(ids, {4, 3, 2}, {subdivided, 6});
-        EXPECT_EQ(ids.size(), cage.records().size());
+        EXPECT_EQ(ids.size(), cage.state().records.size());
         EXPECT_EQ(0, cage.ApplyDeformation());
         EXPECT_TRUE(before == drawing.bytes());
     }
@@ -130,7 +130,7 @@ TEST(FreeFormDeform, TextAndBlocksGoToTheMiddleOfTheirExtentsAndGrowEachTime) {
     const AcDbObjectId id = drawing.add(std::move(centred));
     drawing.addPolyline({{0, 0}, {10, 10}});
     FFDCage cage = cageRound(drawing.entities(), {2, 2, 1});
-    const AcGePoint3d middle = cage.records()[0].points.at(0);
+    const AcGePoint3d middle = cage.state().records[0].points.at(0);
     cage.point(3).position += AcGeVector3d(11, 11, 0); // the box's side: the diagonal doubles
     cage.ApplyDeformation();
     cage.ApplyDeformation();
@@ -149,11 +149,11 @@ TEST(FreeFormDeform, SubdividedCurvesBecomeSplinesOfTheSameLook) {
     AcDbObjectPointer<AcDbCircle>(id, AcDb::kForWrite)->setColorIndex(3);
     FFDCage cage = cageRound({id}, {3, 3, 1}, {true, 10});
     // 240 pieces round the circle, which is longer than the box's mean side; the last sample is the first.
-    ASSERT_EQ(240u, cage.records()[0].points.size());
+    ASSERT_EQ(240u, cage.state().records[0].points.size());
     shift(cage, [](const AcGePoint3d&) { return AcGeVector3d(1, 0, 0); });
     cage.ApplyDeformation();
     const AcDbObjectId spline = drawing.only<AcDbSpline>();
-    EXPECT_EQ(spline, cage.records()[0].entityId);
+    EXPECT_EQ(spline, cage.state().records[0].entityId);
     const auto radius = [&](const AcGePoint3d& centre) {
         return look<AcDbSpline>(spline, [&](const AcDbSpline& s) {
             EXPECT_EQ(3, s.colorIndex());
