@@ -16,8 +16,8 @@ inline constexpr wchar_t kWorldDirection[] = L"SCVN_WoldSpaceDirection";
 inline constexpr wchar_t kImageHoleNet[] = L"CVN_IMGHOLENET";
 inline constexpr wchar_t kImageAffect[] = L"CVN_IMGAFFECT";
 inline constexpr wchar_t kReliefLines[] = L"CVN_PARALLELHATCHING";
-inline constexpr wchar_t kScatterInBoundary[] = L"CVN_RNDSCATTER1";
-inline constexpr wchar_t kScatterAlongCurves[] = L"CVN_RNDSCATTER2";
+inline constexpr wchar_t kScatterOnCurves[] = L"CVN_RNDSCATTER1";
+inline constexpr wchar_t kScatterInRegions[] = L"CVN_RNDSCATTER2";
 inline constexpr wchar_t kCurveTransform[] = L"CVN_CurveTransform";
 inline constexpr wchar_t kScaleFactor[] = L"CORVAEN";
 

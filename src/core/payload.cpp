@@ -6,6 +6,7 @@
 
 #include "core/app_names.h"
 #include "core/host/system.h"
+#include "core/xdata.h"
 
 namespace corvane {
 namespace {
@@ -13,18 +14,6 @@ namespace {
 constexpr size_t kPiece = 200;
 constexpr wchar_t kExact[] = L"%.17g";
 constexpr wchar_t kShort[] = L"%.12g";
-
-resbuf* textGroup(int code, const std::wstring& text) {
-    resbuf* group = acutNewRb(code);
-    acutNewString(text.c_str(), group->resval.rstring);
-    return group;
-}
-
-Acad::ErrorStatus setXData(AcDbObjectId id, const wchar_t* application, const resbuf* data) {
-    if (acdbRegApp(application) == RTERROR) return Acad::eRegappIdNotFound;
-    AcDbObjectPointer<AcDbObject> object(id, AcDb::kForWrite);
-    return object ? object->setXData(data) : object.openStatus();
-}
 
 } // namespace
 
@@ -116,11 +105,11 @@ bool PayloadText::Get(const wchar_t* key, AcGeVector3d& value) const {
 }
 
 Acad::ErrorStatus PayloadText::Write(AcDbObjectId entity, const wchar_t* application) const {
-    const host::ResbufChain chain(textGroup(1001, application));
+    const host::ResbufChain chain(TextGroup(1001, application));
     resbuf* tail = chain.get();
     for (size_t from = 0; from < text_.size(); from += kPiece)
-        tail = tail->rbnext = textGroup(1000, text_.substr(from, kPiece));
-    return setXData(entity, application, chain.get());
+        tail = tail->rbnext = TextGroup(1000, text_.substr(from, kPiece));
+    return SetXData(entity, application, chain.get());
 }
 
 PayloadText PayloadText::Read(const AcDbObject& entity, const wchar_t* application) {
@@ -144,11 +133,11 @@ double ReadScaleFactor(const AcDbObject& object) {
 }
 
 Acad::ErrorStatus WriteScaleFactor(AcDbObjectId object, double factor) {
-    const host::ResbufChain chain(textGroup(1001, RegisteredAppNames::kScaleFactor));
-    chain.get()->rbnext = textGroup(1000, L"ScaleFactor");
+    const host::ResbufChain chain(TextGroup(1001, RegisteredAppNames::kScaleFactor));
+    chain.get()->rbnext = TextGroup(1000, L"ScaleFactor");
     resbuf* value = chain.get()->rbnext->rbnext = acutNewRb(1042);
     value->resval.rreal = factor;
-    return setXData(object, RegisteredAppNames::kScaleFactor, chain.get());
+    return SetXData(object, RegisteredAppNames::kScaleFactor, chain.get());
 }
 
 } // namespace corvane

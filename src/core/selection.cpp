@@ -6,6 +6,7 @@
 
 #include "core/messages.h"
 #include "core/sysvar_stack.h"
+#include "core/xdata.h"
 
 namespace corvane {
 namespace {
@@ -24,19 +25,13 @@ std::wstring_view namesOf(CurveFilter kinds) {
     return L"POLYLINE LWPOLYLINE LINE ELLIPSE CIRCLE HELIX ARC SPLINE";
 }
 
-resbuf* textGroup(int type, const wchar_t* text) {
-    resbuf* group = acutNewRb(type);
-    acutNewString(text, group->resval.rstring);
-    return group;
-}
-
 resbuf* filterOf(std::wstring_view kinds) {
-    resbuf* head = textGroup(-4, L"<or");
+    resbuf* head = TextGroup(-4, L"<or");
     resbuf* tail = head;
     std::wstring name;
     for (std::wistringstream names{std::wstring(kinds)}; names >> name;)
-        tail = tail->rbnext = textGroup(0, name.c_str());
-    tail->rbnext = textGroup(-4, L"or>");
+        tail = tail->rbnext = TextGroup(0, name.c_str());
+    tail->rbnext = TextGroup(-4, L"or>");
     return head;
 }
 

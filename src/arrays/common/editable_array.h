@@ -1,20 +1,16 @@
-// Results that stay editable: entities in an anonymous block whose reference carries the parameters they were
-// made by, so that picking it again opens the same dialog and builds it anew. The features give the entities
-// and the payload; the preview, the block and its replacement are here.
+// Arrays that stay editable: blocks with a payload (core/editable_block.h), picked again to open the same
+// dialog; and what a dialog shows while it is open.
 #pragma once
-#include <functional>
-#include <memory>
 #include <optional>
-#include <vector>
 
-#include "core/host/database.h"
+#include "core/editable_block.h"
 #include "core/payload.h"
 
 namespace corvane {
 
-// Entities outside any drawing, in their order; and where the block's reference goes.
+// The copies, and where the block's reference goes.
 struct ArrayContents {
-    std::vector<std::unique_ptr<AcDbEntity>> entities;
+    EntityList entities;
     AcGePoint3d insertion;
 };
 
@@ -28,8 +24,6 @@ struct ArrayKind {
 PayloadText ReadArrayPayload(AcDbObjectId reference, const ArrayKind& kind);
 // The object whose handle stands under the key; null when it is gone.
 AcDbObjectId ObjectOfKey(const PayloadText& payload, const wchar_t* key);
-// The handle as payloads hold it; empty when the object can't be opened.
-std::wstring HandleText(AcDbObjectId object);
 // A name for a new array: the prefix and a fresh GUID.
 std::wstring FreshArrayName(const wchar_t* prefix);
 
@@ -51,7 +45,7 @@ public:
     ArrayPreview& operator=(const ArrayPreview&) = delete;
 
     // Erases what was shown and shows these; then the display is up to date.
-    void Show(std::vector<std::unique_ptr<AcDbEntity>> entities);
+    void Show(EntityList entities);
     void Clear();
     const AcDbObjectIdArray& Shown() const { return shown_; }
 

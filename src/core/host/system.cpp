@@ -135,6 +135,9 @@ std::wstring freshGuid(std::uint64_t salt) {
     return text;
 }
 
+std::int64_t clockSeconds() { return host::clockSeconds(); }
+std::uint32_t tickCount() { return host::tickCount(); }
+
 void openExternally(const std::wstring& target, const std::wstring& parameters) {
     host::shellOpen({target, parameters});
 }

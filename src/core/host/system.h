@@ -51,6 +51,10 @@ bool systemSpeaksChinese();
 // A text that no other call gives, such as "3F2504E0-4F89-41D3-9A0C-0305E82C3301". Under a clock that is set
 // it comes of the clock, the salt and the number of calls alone, so that runs can be repeated.
 std::wstring freshGuid(std::uint64_t salt);
+// Seconds since 1970-01-01 UTC, and milliseconds since some moment; both stand still under a clock that is
+// set.
+std::int64_t clockSeconds();
+std::uint32_t tickCount();
 // Opens a file or address in the user's viewer, or a program with its parameters.
 void openExternally(const std::wstring& target, const std::wstring& parameters = {});
 
