@@ -13,6 +13,7 @@
 #include "curves/reports/report_commands.h"
 #include "curves/smoothing/smoothing_commands.h"
 #include "raster/vectorizing/outline_dialog.h"
+#include "scatter/random/scatter_commands.h"
 
 namespace corvane {
 namespace {
@@ -54,8 +55,8 @@ constexpr CommandEntry kTable[] = {
     {L"SCVN_pl2outline", L"pl2outline", ACRX_CMD_MODAL, Section::curves, nullptr, L"多段线转给定宽度的轮廓"},
     {L"SCVN_pl2doubleLine", L"pl2doubleLine", ACRX_CMD_MODAL, Section::curves, nullptr, L"多段线转双线"},
     {L"SCVN_PLRNDArray", L"PLRNDArray", ACRX_CMD_MODAL, Section::associative, nullptr, L"曲线随机交错"},
-    {L"SCVN_rndScatter1", L"rndScatter1", ACRX_CMD_MODAL, Section::scatter, nullptr, L"在边界内随机散布"},
-    {L"SCVN_rndScatter2", L"rndScatter2", ACRX_CMD_MODAL, Section::scatter, nullptr, L"沿曲线随机散布"},
+    {L"SCVN_rndScatter1", L"rndScatter1", ACRX_CMD_MODAL, Section::scatter, ScatterOnCurvesCommand, L"沿曲线随机散布"},
+    {L"SCVN_rndScatter2", L"rndScatter2", ACRX_CMD_MODAL, Section::scatter, ScatterInRegionsCommand, L"在边界内随机散布"},
     {L"SCVN_PLINT", L"PLINT", ACRX_CMD_MODAL, Section::associative, nullptr, L"曲线间关联插值"},
     {L"SCVN_PLARRAY", L"PLARR", ACRX_CMD_MODAL, Section::associative, nullptr, L"曲线交错阵列"},
     {L"SCVN_PLBLENDS", L"PLBLENDS", ACRX_CMD_MODAL, Section::associative, BlendCommand, L"曲线间关联渐变"},

@@ -1,0 +1,127 @@
+// Outlines as polygons, and the host's command.
+#include "scatter/random/clip.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/appending.h"
+#include "core/editable_block.h"
+#include "core/host/editor.h"
+#include "core/host/entities.h"
+#include "core/selection.h"
+
+namespace corvane::scatter {
+namespace {
+
+constexpr double kStraight = 1e-6, kSamePlace = 1e-12; // a squared distance
+
+using Outline = std::vector<AcGePoint3d>;
+
+// The length of the steps in which curves are followed: a third of the boundaries' mean size.
+double stepFor(const std::vector<AcDbObjectId>& boundaries) {
+    double sum = 0;
+    int measured = 0;
+    for (const AcDbObjectId id : boundaries) {
+        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+        AcDbExtents box;
+        if (!entity || entity->getGeomExtents(box) != Acad::eOk) continue;
+        const AcGeVector3d size = box.maxPoint() - box.minPoint();
+        sum += (size.x + size.y) / 2;
+        ++measured;
+    }
+    const double step = measured ? sum / measured / 3 : 0;
+    return step > 1e-6 ? step : 1;
+}
+
+int partsOf(double length, double step, int least, int most) {
+    return int(std::clamp(std::ceil(length / step), double(least), double(most)));
+}
+
+void addPart(const AcDbCurve& curve, double from, double to, int parts, Outline& outline) {
+    AcGePoint3d point;
+    for (int i = 0; i < parts; ++i)
+        if (curve.getPointAtParam(from + (to - from) * i / parts, point) == Acad::eOk)
+            outline.push_back(point);
+}
+
+double spanOf(const AcDbCurve& curve, double from, double to) {
+    double start = 0, end = 0;
+    curve.getDistAtParam(from, start);
+    curve.getDistAtParam(to, end);
+    return std::abs(end - start);
+}
+
+// The curve as points, without its end point.
+Outline flattened(const AcDbCurve& curve, double step) {
+    Outline outline;
+    if (const auto* polyline = AcDbPolyline::cast(&curve)) {
+        for (unsigned i = 0; i < polyline->numVerts(); ++i) {
+            const bool arc = polyline->segType(i) == AcDbPolyline::kArc;
+            addPart(curve, i, i + 1.0, arc ? partsOf(spanOf(curve, i, i + 1.0), step, 4, 2000) : 1, outline);
+        }
+    } else {
+        double from = 0, to = 0;
+        if (curve.getStartParam(from) != Acad::eOk || curve.getEndParam(to) != Acad::eOk) return outline;
+        addPart(curve, from, to, partsOf(spanOf(curve, from, to), step, 12, 5000), outline);
+    }
+    return outline;
+}
+
+bool isStraight(const AcDbPolyline& polyline) {
+    double bulge = 0;
+    for (unsigned i = 0; i < polyline.numVerts(); ++i)
+        if (polyline.getBulgeAt(i, bulge) == Acad::eOk && std::abs(bulge) > kStraight) return false;
+    return true;
+}
+
+bool clipBy(AcDbObjectId reference, AcDbObjectId polyline) {
+    const SelectionSet set = SelectionSet::Of({reference});
+    ads_name boundary;
+    if (set.empty() || acdbGetAdsName(boundary, polyline) != Acad::eOk) return false;
+    const int status = acedCommandS(RTSTR, L"_.XCLIP", RTPICKS, set.name(), RTSTR, L"", RTSTR, L"_New", RTSTR,
+                                    L"_Select", RTENAME, boundary, RTSTR, L"", RTNONE);
+    if (status == RTNORM) acedUpdateDisplay();
+    return status == RTNORM;
+}
+
+// By a polyline that is there for the command alone.
+bool clipBy(AcDbObjectId reference, Outline outline) {
+    while (outline.size() > 1 && (outline.back() - outline.front()).lengthSqrd() <= kSamePlace)
+        outline.pop_back();
+    if (outline.size() < 3) return false;
+    auto polyline = std::make_unique<AcDbPolyline>();
+    std::vector<AcDbPolyline::Vertex> vertices;
+    for (const AcGePoint3d& p : outline) vertices.push_back({{p.x, p.y}, 0, -1, -1});
+    if (polyline->setVertices(std::move(vertices)) != Acad::eOk) return false;
+    polyline->setElevation(outline.front().z);
+    polyline->setClosed(true);
+    polyline->setDatabaseDefaults();
+    AcDbObjectId id;
+    if (AppendToModelSpace(acdbHostApplicationServices()->workingDatabase(), polyline.get(), id) != Acad::eOk)
+        return false;
+    polyline.release();
+    const bool done = clipBy(reference, id);
+    EraseObject(id);
+    return done;
+}
+
+// The closed curves as one outline; empty when they have none.
+Outline outlineOf(const std::vector<AcDbObjectId>& boundaries, double step) {
+    if (boundaries.size() != 1) return {};
+    AcDbObjectPointer<AcDbCurve> curve(boundaries[0], AcDb::kForRead);
+    return curve ? flattened(*curve, step) : Outline();
+}
+
+} // namespace
+
+bool ClipToBoundaries(AcDbObjectId reference, const std::vector<AcDbObjectId>& boundaries) {
+    if (boundaries.size() == 1) {
+        AcDbObjectPointer<AcDbPolyline> polyline(boundaries[0], AcDb::kForRead);
+        const bool asItIs = polyline && polyline->isClosed() && isStraight(*polyline);
+        polyline.close();
+        if (asItIs) return clipBy(reference, boundaries[0]);
+    }
+    return clipBy(reference, outlineOf(boundaries, stepFor(boundaries)));
+}
+
+} // namespace corvane::scatter
