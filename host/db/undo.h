@@ -46,6 +46,8 @@ public:
     // True when something changed since the drawing was saved or opened.
     bool changedSinceSave() const { return changes_ != savedAt_; }
     void markSaved() { savedAt_ = changes_; }
+    void markChanged() { ++changes_; } // it differs from its file otherwise than by a recorded change
+    unsigned long changes() const { return changes_; } // grows with every one
 
     // The database tells what happens; each before the change.
     // Also of objects that aren't open. True when the state was taken now, false when the step had it.

@@ -46,11 +46,11 @@ const AcEdCommand* findCommand(const std::wstring& name) {
 // Round one command: the document's lock, the undo step, the reactors' moments.
 class CommandScope {
 public:
-    CommandScope(const AcEdCommand& command, const std::wstring& word)
-        : document_(curDoc()), name_(command.globalName()) {
+    CommandScope(const std::wstring& name, const std::wstring& localName, const std::wstring& word)
+        : document_(curDoc()), name_(name) {
         running.push_back({name_, word, false});
         if (!document_) return;
-        acDocManagerPtr()->lockDocument(document_, AcAp::kWrite, name_.c_str(), command.localName(), true);
+        acDocManagerPtr()->lockDocument(document_, AcAp::kWrite, name_.c_str(), localName.c_str(), true);
         document_->database()->undoLog().begin(name_);
         acedEditorPtr()->each([&](AcEditorReactor& r) { r.commandWillStart(name_.c_str()); });
     }
@@ -103,6 +103,17 @@ void whenIdle(std::function<void()> work) {
 
 namespace {
 
+CommandResult finished(CommandScope& scope, const std::function<void()>& work) {
+    try {
+        work();
+        scope.finish(CommandResult::ended);
+    } catch (const CommandUnwound&) {
+        scope.finish(CommandResult::cancelled);
+        if (running.size() > 1) throw;
+    }
+    return scope.result();
+}
+
 CommandResult runOne(const std::wstring& name) {
     const bool transparent = name.starts_with(L'\'');
     const std::wstring word = name.substr(transparent ? 1 : 0);
@@ -113,23 +124,30 @@ CommandResult runOne(const std::wstring& name) {
                          L" can't be used transparently.");
         return CommandResult::failed;
     }
-    CommandScope scope(*command, plainName(word));
-    try {
-        command->functionAddr()();
-        scope.finish(CommandResult::ended);
-    } catch (const CommandUnwound&) {
-        scope.finish(CommandResult::cancelled);
-        if (running.size() > 1) throw;
-    }
-    return scope.result();
+    CommandScope scope(command->globalName(), command->localName(), plainName(word));
+    return finished(scope, command->functionAddr());
+}
+
+void doIdleWork() {
+    if (running.empty())
+        for (const auto& work : std::exchange(idleWork, {})) work();
 }
 
 } // namespace
 
 CommandResult runCommand(const std::wstring& name) {
     const CommandResult result = runOne(name);
-    if (running.empty())
-        for (const auto& work : std::exchange(idleWork, {})) work();
+    doIdleWork();
+    return result;
+}
+
+CommandResult runAsCommand(const std::wstring& name, const std::function<void()>& work) {
+    CommandResult result = CommandResult::failed;
+    {
+        CommandScope scope(name, name, name);
+        result = finished(scope, work);
+    }
+    doIdleWork();
     return result;
 }
 

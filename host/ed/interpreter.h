@@ -16,6 +16,9 @@ struct CommandUnwound {};
 // asks for: locks the document, opens an undo step, tells the editor reactors, unwinds on
 // exhaustion. Inside another command it needs the transparent flag ("'" before the name) or acedCommandS.
 CommandResult runCommand(const std::wstring& name);
+// Does the work as a command of that name would: for changes by hand, such as in a panel. Not inside a
+// command.
+CommandResult runAsCommand(const std::wstring& name, const std::function<void()>& work);
 
 struct LoopOutcome {
     // What stood where a command's name was asked for and is none.

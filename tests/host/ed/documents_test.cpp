@@ -2,6 +2,7 @@
 #include <fstream>
 
 #include "host/ed/application.h"
+#include "host/ed/editor_reactor.h"
 #include "host/os/text.h"
 #include "tests/host/ed/support.h"
 
@@ -52,6 +53,40 @@ TEST(Documents, ClosingMakesAnotherOneCurrent) {
     }
     EXPECT_EQ(first.document(), curDoc());
     EXPECT_EQ(&first.database(), acdbHostApplicationServices()->workingDatabase());
+}
+
+TEST(Documents, NewDrawingsAreNumberedAndOthersGoByTheirFile) {
+    Bench first, second, third;
+    EXPECT_STREQ(L"Drawing1.dxf", first.document()->docTitle());
+    EXPECT_STREQ(L"Drawing2.dxf", second.document()->docTitle());
+    third.database().setFilename(L"/drawings/a plan.dxf");
+    Bench fourth;
+    EXPECT_STREQ(L"a plan.dxf", third.document()->docTitle());
+    EXPECT_STREQ(L"Drawing3.dxf", fourth.document()->docTitle());
+}
+
+// What a panel changes is a step with the panel's name, and reactors at its end belong to it.
+TEST(Documents, WorkAsACommandIsOneStepWithItsReactors) {
+    struct Follower : AcEditorReactor {
+        explicit Follower(Bench& of) : bench(of) {}
+        Bench& bench;
+        std::wstring began;
+        void commandWillStart(const ACHAR* name) override { began = name; }
+        void commandEnded(const ACHAR*) override { bench.addCircle({0, 0, 0}, 1); }
+    };
+    Bench bench;
+    Follower follower(bench);
+    acedEditorPtr()->addReactor(&follower);
+    const auto result = host::runAsCommand(L"PANEL", [&] { bench.addLine({0, 0, 0}, {1, 0, 0}); });
+    acedEditorPtr()->removeReactor(&follower);
+    EXPECT_EQ(host::CommandResult::ended, result);
+    EXPECT_EQ(L"PANEL", follower.began);
+    EXPECT_EQ(2u, bench.entities().size());
+    EXPECT_EQ(1u, bench.database().undoLog().undoSteps());
+    EXPECT_EQ(L"PANEL", bench.database().undoLog().lastName());
+    EXPECT_EQ(AcAp::kNotLocked, bench.document()->lockMode());
+    bench.run(L"U\n");
+    EXPECT_TRUE(bench.entities().empty());
 }
 
 TEST(Modules, ThatCannotBeLoadedSayWhy) {
