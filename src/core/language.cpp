@@ -70,6 +70,15 @@ void SetLanguage(const std::wstring& code) {
 
 bool SpeaksSourceLanguage() { return SameLanguage(ActiveLanguage(), service().file.SourceLanguage); }
 
+bool HasTexts(const std::wstring& code) {
+    const LanguageFile& file = service().file;
+    const std::wstring ending = L"." + NormalizeLanguage(code);
+    if (SameLanguage(code, file.SourceLanguage)) return true;
+    for (const auto& [key, text] : file.TranslationMap)
+        if (!text.empty() && host::lower(key).ends_with(ending)) return true;
+    return false;
+}
+
 CString Translate(const wchar_t* source) { return TranslateOr(source, source); }
 
 CString TranslateOr(const wchar_t* source, const wchar_t* otherwise) {

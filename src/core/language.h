@@ -15,6 +15,8 @@ std::wstring ActiveLanguage();
 void SetLanguage(const std::wstring& code);
 // True when texts are shown as they stand in the sources.
 bool SpeaksSourceLanguage();
+// Whether there are texts in that language: it is the source's, or the file has some.
+bool HasTexts(const std::wstring& code);
 
 CString Translate(const wchar_t* source);
 CString TranslateOr(const wchar_t* source, const wchar_t* otherwise);
