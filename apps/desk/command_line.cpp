@@ -2,11 +2,14 @@
 #include "apps/desk/command_line.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
+
+#include "apps/desk/texts.h"
 
 namespace desk {
 namespace {
@@ -54,7 +57,11 @@ CommandLine::CommandLine(QWidget* parent)
         input_->clear();
         if (onLine) onLine(keyword);
     });
-    QObject::connect(input_, &QLineEdit::textEdited, this, [this] { matched_ = -1, offer(); });
+    QObject::connect(input_, &QLineEdit::textEdited, this, [this] {
+        matched_ = -1;
+        recalled_ = history_.size();
+        offer();
+    });
 }
 
 void CommandLine::showPrompt(const QString& prompt, const QStringList& keywords,
@@ -91,10 +98,50 @@ void CommandLine::complete(int step) {
     input_->setText(matches_[matched_]);
 }
 
+// To the next line in that direction that begins with what was typed.
 void CommandLine::recall(int step) {
-    if (history_.isEmpty()) return;
-    recalled_ = std::clamp<qsizetype>(recalled_ + step, 0, history_.size());
-    input_->setText(recalled_ < history_.size() ? history_[recalled_] : QString());
+    if (recalled_ >= history_.size()) sought_ = input_->text();
+    qsizetype at = recalled_ + step;
+    while (at >= 0 && at < history_.size() && !history_[at].startsWith(sought_, Qt::CaseInsensitive))
+        at += step;
+    if (at < 0) return;
+    recalled_ = std::min(at, history_.size());
+    input_->setText(recalled_ < history_.size() ? history_[recalled_] : sought_);
+}
+
+void CommandLine::setHistory(const QStringList& lines) {
+    history_ = lines;
+    recalled_ = history_.size();
+}
+
+void CommandLine::retranslate() {
+    input_->setPlaceholderText(say(L"输入命令或回答"));
+    input_->setAccessibleName(say(L"命令行"));
+    transcript_->setAccessibleName(say(L"命令记录"));
+}
+
+// Several lines at once are answered one after the other, the last one as far as it is whole.
+bool CommandLine::pasteLines() {
+    QStringList lines = QGuiApplication::clipboard()->text().remove('\r').split('\n');
+    if (lines.size() < 2) return false;
+    input_->insert(lines.takeFirst());
+    while (!lines.isEmpty()) {
+        submit();
+        input_->setText(lines.takeFirst());
+    }
+    return true;
+}
+
+void CommandLine::scroll(int pages) {
+    QScrollBar* bar = transcript_->verticalScrollBar();
+    bar->setValue(bar->value() + pages * bar->pageStep());
+}
+
+// With nothing typed the keys for taking back, selecting and erasing are about the drawing.
+bool CommandLine::leavesToWindow(QKeyEvent* event) const {
+    return input_->text().isEmpty() &&
+           (event->matches(QKeySequence::Undo) || event->matches(QKeySequence::Redo) ||
+            event->matches(QKeySequence::SelectAll) || event->key() == Qt::Key_Delete);
 }
 
 void CommandLine::submit() {
@@ -107,6 +154,7 @@ void CommandLine::submit() {
 }
 
 bool CommandLine::key(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Paste)) return pasteLines();
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter: return submit(), true;
@@ -119,6 +167,8 @@ bool CommandLine::key(QKeyEvent* event) {
     case Qt::Key_Down: return recall(1), true;
     case Qt::Key_Tab: return complete(1), true;
     case Qt::Key_Backtab: return complete(-1), true;
+    case Qt::Key_PageUp: return scroll(-1), true;
+    case Qt::Key_PageDown: return scroll(1), true;
     case Qt::Key_Space: {
         const QString typed = input_->text();
         const bool within = typed.startsWith('(') || typed.count('"') % 2 == 1;
@@ -130,6 +180,9 @@ bool CommandLine::key(QKeyEvent* event) {
 }
 
 bool CommandLine::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == input_ && event->type() == QEvent::ShortcutOverride &&
+        leavesToWindow(static_cast<QKeyEvent*>(event)))
+        return event->ignore(), true;
     if (watched == input_ && event->type() == QEvent::KeyPress && key(static_cast<QKeyEvent*>(event)))
         return true;
     return QWidget::eventFilter(watched, event);

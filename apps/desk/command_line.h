@@ -28,12 +28,19 @@ public:
     QLineEdit* input() { return input_; }
     // A key typed elsewhere, such as over the drawing.
     void take(QKeyEvent* event);
+    // The lines typed so far, the latest last.
+    const QStringList& history() const { return history_; }
+    void setHistory(const QStringList& lines);
+    void retranslate();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     bool key(QKeyEvent* event);
+    bool leavesToWindow(QKeyEvent* event) const;
+    bool pasteLines();
+    void scroll(int pages);
     void submit();
     void complete(int step);
     void recall(int step);
@@ -43,6 +50,7 @@ private:
     QLabel* offered_; // what would complete the line
     QLineEdit* input_;
     QStringList candidates_, history_, matches_;
+    QString sought_; // what the lines that are brought back begin with
     qsizetype recalled_ = 0, matched_ = -1;
     bool blanksEnd_ = true;
 };

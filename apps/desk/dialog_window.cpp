@@ -199,6 +199,7 @@ void DialogWindow::act(const std::function<void()>& action) {
     finishEdits();
     if (alive) action();
     if (alive) sync();
+    if (alive && onActed) onActed();
 }
 
 void DialogWindow::sync() {

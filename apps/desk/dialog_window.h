@@ -19,6 +19,7 @@ public:
     void sync();
     QWidget* widgetOf(HWND control) const;
     std::function<void()> onEnded; // the dialog was ended
+    std::function<void()> onActed; // the user's hand did something in it
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -7,6 +7,7 @@
 
 #include "apps/desk/dialog_window.h"
 #include "apps/desk/qt_text.h"
+#include "apps/desk/texts.h"
 #include "host/ed/dialog_script.h"
 #include "host/ed/frontend.h"
 
@@ -23,6 +24,9 @@ DialogWindow* DialogHost::windowOf(HWND dialog) const {
 DialogWindow& DialogHost::make(HWND dialog) {
     auto& window = windows_[dialog];
     window = std::make_unique<DialogWindow>(dialog, owner_);
+    window->onActed = [this] {
+        if (onActed) onActed();
+    };
     return *window;
 }
 
@@ -81,7 +85,7 @@ std::vector<std::wstring> DialogHost::chooseFile(const host::FileQuestion& quest
 }
 
 void DialogHost::complain(const std::string& reason) {
-    QMessageBox::warning(owner_, "Corvane", "The dialog can't be shown: " + QString::fromStdString(reason));
+    QMessageBox::warning(owner_, "Corvane", say(L"无法显示对话框：") + QString::fromStdString(reason));
 }
 
 } // namespace desk

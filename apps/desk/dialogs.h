@@ -2,6 +2,7 @@
 // by the user's hand goes to its control as the messages a hand would cause; after each the widgets show what
 // the controls hold.
 #pragma once
+#include <functional>
 #include <map>
 #include <memory>
 
@@ -28,6 +29,8 @@ public:
     int messageBox(HWND owner, const std::wstring& text, const std::wstring& caption, UINT style) override;
     std::vector<std::wstring> chooseFile(const host::FileQuestion& question) override;
     void complain(const std::string& reason) override;
+
+    std::function<void()> onActed; // after each thing done in a dialog by hand
 
     // The window that shows the dialog; null when none does.
     DialogWindow* windowOf(HWND dialog) const;

@@ -1,95 +1,81 @@
-// The window's frame and menus.
+// The window's parts, and what its actions do. How menus, tool bars and their texts are made stands in
+// window_menus.cpp.
 #include "apps/desk/main_window.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QFileDialog>
-#include <QMenuBar>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QStatusBar>
+#include <QVBoxLayout>
 
 #include "apps/desk/qt_text.h"
+#include "apps/desk/texts.h"
 #include "host/ed/prompting.h"
 
 namespace desk {
 namespace {
 
-constexpr char kDrawings[] = "Drawings (*.dxf);;All files (*)";
-constexpr char kPictures[] = "Scalable picture (*.svg);;Image (*.png);;Document (*.pdf)";
+constexpr int kWidth = 1280, kHeight = 860, kPanelWidth = 280, kLineHeight = 150;
 
 // An answer that may hold blanks.
 std::wstring quoted(const QString& path) { return L"\"" + wide(path) + L"\""; }
 
+QString drawingFilter() { return say(L"图形 (*.dxf)") + ";;" + say(L"所有文件 (*)"); }
+QString pictureFilter() {
+    return say(L"矢量图片 (*.svg)") + ";;" + say(L"图像 (*.png)") + ";;" + say(L"文档 (*.pdf)");
+}
+
 } // namespace
 
-MainWindow::MainWindow() : canvas_(new Canvas), line_(new CommandLine), coordinates_(new QLabel) {
-    setCentralWidget(canvas_);
-    auto* dock = new QDockWidget("Command line");
-    dock->setObjectName("commandDock");
-    dock->setWidget(line_);
-    dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
-    addDockWidget(Qt::BottomDockWidgetArea, dock);
-    resizeDocks({dock}, {150}, Qt::Vertical);
+MainWindow::MainWindow()
+    : canvas_(new Canvas), line_(new CommandLine), tabs_(new DrawingTabs), layers_(new LayersPanel),
+      properties_(new PropertiesPanel), coordinates_(new QLabel) {
+    auto* middle = new QWidget;
+    auto* column = new QVBoxLayout(middle);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(tabs_);
+    column->addWidget(canvas_, 1);
+    setCentralWidget(middle);
     statusBar()->addWidget(coordinates_);
     canvas_->onMove = [this](const AcGePoint3d& world) { showPoint(world); };
     setAcceptDrops(true);
-    makeFileMenu();
-    makeEditMenu();
-    makeViewMenu();
-    resize(1200, 800);
+    makeDocks();
+    makeActions();
+    makeMenus();
+    makeToolBars();
+    drawIcons();
+    retranslate();
+    resize(kWidth, kHeight);
+}
+
+void MainWindow::makeDocks() {
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+    QDockWidget* line = addDock("commandDock", L"命令行", line_, Qt::BottomDockWidgetArea);
+    line->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+    QDockWidget* layers = addDock("layersDock", L"图层面板", layers_, Qt::RightDockWidgetArea);
+    QDockWidget* properties = addDock("propertiesDock", L"特性", properties_, Qt::RightDockWidgetArea);
+    resizeDocks({line}, {kLineHeight}, Qt::Vertical);
+    resizeDocks({layers, properties}, {kPanelWidth, kPanelWidth}, Qt::Horizontal);
+}
+
+QDockWidget* MainWindow::addDock(const char* name, const wchar_t* title, QWidget* inside,
+                                 Qt::DockWidgetArea area) {
+    auto* dock = new QDockWidget(this);
+    dock->setObjectName(name);
+    dock->setWidget(inside);
+    addDockWidget(area, dock);
+    titles_.emplace_back(dock, title);
+    return dock;
 }
 
 void MainWindow::run(const std::wstring& line) {
     if (onCommand) onCommand(line);
-}
-
-void MainWindow::makeFileMenu() {
-    QMenu* menu = menuBar()->addMenu("&File");
-    menu->addAction("&New", QKeySequence::New, this, [this] { run(L"_.NEW"); });
-    menu->addAction("&Open...", QKeySequence::Open, this, [this] { openFile(); });
-    menu->addSeparator();
-    menu->addAction("&Save", QKeySequence::Save, this, [this] { run(L"_.QSAVE"); });
-    menu->addAction("Save &As...", QKeySequence::SaveAs, this, [this] { saveFileAs(); });
-    menu->addAction("&Export Picture...", this, [this] { exportPicture(); });
-    menu->addSeparator();
-    menu->addAction("&Close Drawing", QKeySequence::Close, this, [this] { run(L"_.CLOSE"); });
-    menu->addAction("&Quit", QKeySequence::Quit, this, [this] { close(); });
-}
-
-void MainWindow::makeEditMenu() {
-    QMenu* menu = menuBar()->addMenu("&Edit");
-    menu->addAction("&Undo", QKeySequence::Undo, this, [this] { run(L"_.U"); });
-    menu->addAction("&Redo", QKeySequence::Redo, this, [this] { run(L"_.REDO"); });
-    menu->addSeparator();
-    menu->addAction("&Erase", QKeySequence::Delete, this, [this] { run(L"_.ERASE"); });
-}
-
-void MainWindow::makeViewMenu() {
-    QMenu* menu = menuBar()->addMenu("&View");
-    menu->addAction("Zoom &Extents", QKeySequence("Ctrl+0"), this, [this] { canvas_->zoomExtents(); });
-    menu->addAction("Zoom &In", QKeySequence::ZoomIn, this, [this] { canvas_->zoomBy(1.5); });
-    menu->addAction("Zoom &Out", QKeySequence::ZoomOut, this, [this] { canvas_->zoomBy(1 / 1.5); });
-    menu->addSeparator();
-    QAction* dark = menu->addAction("&Dark Background");
-    dark->setCheckable(true);
-    dark->setChecked(canvas_->isDark());
-    QObject::connect(dark, &QAction::toggled, this, [this](bool on) { canvas_->setDark(on); });
-}
-
-void MainWindow::addMenus(const std::vector<MenuItem>& menus) {
-    for (const MenuItem& menu : menus) fill(menuBar()->addMenu(menu.caption), menu.items);
-}
-
-void MainWindow::fill(QMenu* menu, const std::vector<MenuItem>& items) {
-    for (const MenuItem& item : items) {
-        if (item.line.empty()) {
-            fill(menu->addMenu(item.caption), item.items);
-            continue;
-        }
-        QAction* action = menu->addAction(item.caption, this, [this, line = item.line] { run(line); });
-        action->setStatusTip(item.help);
-    }
 }
 
 void MainWindow::showDrawing(const QString& name, bool changed) {
@@ -103,14 +89,22 @@ void MainWindow::showPoint(const AcGePoint3d& world) {
     coordinates_->setText(QString("%1, %2, %3").arg(p.x, 0, 'f', 4).arg(p.y, 0, 'f', 4).arg(p.z, 0, 'f', 4));
 }
 
+// -- files ---------------------------------------------------------------------------------------------
+
 void MainWindow::openFile() {
-    const QString path = QFileDialog::getOpenFileName(this, "Open drawing", {}, kDrawings);
+    const QString path = QFileDialog::getOpenFileName(this, say(L"打开图形"), {}, drawingFilter());
     if (!path.isEmpty()) run(L"_.OPEN\n" + quoted(path));
+}
+
+void MainWindow::openRecent(const QString& path) {
+    if (QFileInfo::exists(path)) return run(L"_.OPEN\n" + quoted(path));
+    QMessageBox::warning(this, "Corvane", say(L"找不到文件：%1", path));
+    if (onForget) onForget(path);
 }
 
 // The command asks before it replaces a file.
 void MainWindow::saveFileAs() {
-    QFileDialog dialog(this, "Save drawing as", {}, kDrawings);
+    QFileDialog dialog(this, say(L"图形另存为"), {}, drawingFilter());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
     dialog.setDefaultSuffix("dxf");
@@ -118,7 +112,7 @@ void MainWindow::saveFileAs() {
 }
 
 void MainWindow::exportPicture() {
-    QFileDialog dialog(this, "Export picture", {}, kPictures);
+    QFileDialog dialog(this, say(L"导出图片"), {}, pictureFilter());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix("svg");
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& filter) {
@@ -126,6 +120,8 @@ void MainWindow::exportPicture() {
     });
     if (dialog.exec() == QDialog::Accepted && onPicture) onPicture(dialog.selectedFiles().front());
 }
+
+// -- events --------------------------------------------------------------------------------------------
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     if (!onClose || onClose())
@@ -139,8 +135,20 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
+    std::wstring lines;
     for (const QUrl& url : event->mimeData()->urls())
-        if (url.isLocalFile()) return run(L"_.OPEN\n" + quoted(url.toLocalFile()));
+        if (url.isLocalFile()) lines += L"_.OPEN\n" + quoted(url.toLocalFile()) + L"\n";
+    if (!lines.empty()) run(lines.substr(0, lines.size() - 1));
+}
+
+void MainWindow::moveEvent(QMoveEvent* event) {
+    QMainWindow::moveEvent(event);
+    if (onScreen) onScreen();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) drawIcons();
 }
 
 } // namespace desk

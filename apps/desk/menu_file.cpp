@@ -103,6 +103,7 @@ private:
     void readMacro() {
         const QString uid = attribute("UID");
         MenuItem item;
+        item.mark = uid;
         while (!xml_.atEnd() && !(xml_.readNext() == QXmlStreamReader::EndElement &&
                                   xml_.name() == QLatin1String("MenuMacro"))) {
             if (!xml_.isStartElement()) continue;
@@ -120,6 +121,7 @@ private:
     MenuItem readMenu() {
         MenuItem menu;
         menu.caption = attribute("Name");
+        menu.mark = attribute("UID");
         const QString kind = xml_.name().toString();
         while (!xml_.atEnd() && !(xml_.readNext() == QXmlStreamReader::EndElement && xml_.name() == kind)) {
             if (!xml_.isStartElement()) continue;

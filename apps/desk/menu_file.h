@@ -10,6 +10,9 @@ struct MenuItem {
     QString caption, help;
     std::wstring line; // what it types; empty for a submenu
     std::vector<MenuItem> items;
+    QString mark;      // by which the file knows the menu or command
+    QString icon = {}; // its name; filled by whoever shows the menu
+    bool enabled = true;
 };
 struct MenuFile {
     std::vector<MenuItem> menus;

@@ -1,0 +1,174 @@
+// Labels and boxes kept in step with the selection.
+#include "apps/desk/properties_panel.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QSignalBlocker>
+#include <algorithm>
+
+#include "apps/desk/colors.h"
+#include "apps/desk/texts.h"
+
+namespace desk {
+namespace {
+
+QLabel* makeFact() {
+    auto* label = new QLabel;
+    label->setWordWrap(true);
+    label->setTextFormat(Qt::PlainText);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+QComboBox* makeBox(const char* name) {
+    auto* box = new QComboBox;
+    box->setObjectName(name);
+    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    return box;
+}
+
+QString number(const std::optional<double>& value) {
+    return value ? QString::number(*value, 'f', 4) : QString();
+}
+
+QString weightName(AcDb::LineWeight weight) {
+    switch (weight) {
+    case AcDb::kLnWtByLayer: return say(L"随层");
+    case AcDb::kLnWtByBlock: return say(L"随块");
+    case AcDb::kLnWtByLwDefault: return say(L"默认");
+    default: return QString("%1 mm").arg(int(weight) / 100.0, 0, 'f', 2);
+    }
+}
+
+template <class T> int placeOf(const std::vector<T>& all, const std::optional<T>& one) {
+    const auto found = one ? std::find(all.begin(), all.end(), *one) : all.end();
+    return found == all.end() ? -1 : int(found - all.begin());
+}
+
+} // namespace
+
+PropertiesPanel::PropertiesPanel(QWidget* parent)
+    : QWidget(parent), form_(new QFormLayout(this)), kinds_(makeFact()), length_(makeFact()),
+      area_(makeFact()), weight_(makeFact()), features_(makeFact()), layer_(makeBox("layerBox")),
+      color_(makeBox("colorBox")), linetype_(makeBox("linetypeBox")) {
+    setObjectName("propertiesPanel");
+    form_->setContentsMargins(6, 6, 6, 6);
+    for (QWidget* field : std::initializer_list<QWidget*>{kinds_, layer_, color_, linetype_, weight_, length_,
+                                                          area_, features_})
+        form_->addRow(new QLabel, field);
+    QObject::connect(layer_, &QComboBox::activated, this, [this](int row) { chooseLayer(row); });
+    QObject::connect(color_, &QComboBox::activated, this, [this](int row) { chooseColor(row); });
+    QObject::connect(linetype_, &QComboBox::activated, this, [this](int row) { chooseLinetype(row); });
+    retranslate();
+}
+
+void PropertiesPanel::retranslate() {
+    const std::pair<QWidget*, const wchar_t*> rows[] = {
+        {kinds_, L"选择"},  {layer_, L"图层"},  {color_, L"颜色"}, {linetype_, L"线型"},
+        {weight_, L"线宽"}, {length_, L"长度"}, {area_, L"面积"},  {features_, L"生成命令"}};
+    for (const auto& [field, text] : rows)
+        static_cast<QLabel*>(form_->labelForField(field))->setText(say(text));
+    show(database_, selection_);
+}
+
+void PropertiesPanel::show(AcDbDatabase* database, const std::vector<AcDbObjectId>& selection) {
+    database_ = database;
+    selection_ = selection;
+    setEnabled(database != nullptr);
+    if (!database) return;
+    SelectionFacts facts = factsOf(selection);
+    if (facts.count == 0) {
+        facts.layer = database->clayer();
+        facts.color = database->cecolor();
+        facts.linetype = database->celtype();
+    }
+    fillBoxes();
+    fillColors(facts.color);
+    showFacts(facts);
+    layer_->setCurrentIndex(placeOf(layers_, facts.layer));
+    linetype_->setCurrentIndex(placeOf(linetypes_, facts.linetype));
+}
+
+void PropertiesPanel::fillBoxes() {
+    layers_.clear();
+    layer_->clear();
+    for (const LayerRow& row : layerRows(*database_)) {
+        layers_.push_back(row.id);
+        layer_->addItem(colorSwatch(row.color), row.name);
+    }
+    linetypes_.clear();
+    linetype_->clear();
+    for (const LinetypeRow& row : linetypeRows(*database_)) {
+        linetypes_.push_back(row.id);
+        linetype_->addItem(row.name);
+    }
+}
+
+// A colour that isn't offered stands at the end of the list while something has it.
+void PropertiesPanel::fillColors(const std::optional<AcCmColor>& color) {
+    colors_ = offeredColors(true);
+    if (color && placeOf(colors_, color) < 0) colors_.push_back(*color);
+    color_->clear();
+    for (const AcCmColor& one : colors_) color_->addItem(colorSwatch(one), colorName(one));
+    color_->addItem(say(L"其他颜色..."));
+    color_->setCurrentIndex(placeOf(colors_, color));
+}
+
+void PropertiesPanel::showFacts(const SelectionFacts& facts) {
+    const auto put = [this](QLabel* label, const QString& text) {
+        label->setText(text);
+        form_->setRowVisible(label, !text.isEmpty());
+    };
+    put(kinds_, facts.count == 0 ? say(L"没有选择对象：新对象的属性") : facts.kinds.join('\n'));
+    put(weight_, facts.weight && facts.count > 0 ? weightName(*facts.weight) : QString());
+    put(length_, number(facts.length));
+    put(area_, number(facts.area));
+    put(features_, facts.features.join('\n'));
+}
+
+QString PropertiesPanel::factsShown() const {
+    QStringList lines;
+    for (const QLabel* label : {kinds_, weight_, length_, area_, features_}) lines += label->text();
+    return lines.join('\n');
+}
+
+void PropertiesPanel::change(std::function<int()> ofSelection, std::function<void()> ofNewObjects) {
+    if (!edit || !database_) return;
+    const bool selected = !selection_.empty();
+    edit(L"PROPERTIES", [this, selected, ofSelection, ofNewObjects] {
+        if (!selected) return ofNewObjects();
+        const int locked = ofSelection();
+        if (locked > 0 && complain)
+            complain(say(L"锁定图层上的 %1 个对象没有改变。", QString::number(locked)));
+    });
+}
+
+void PropertiesPanel::chooseLayer(int row) {
+    const AcDbObjectId layer = layers_[size_t(row)];
+    change([ids = selection_, layer] { return moveToLayer(ids, layer); },
+           [this, layer] {
+               const QString refused = makeLayerCurrent(layer);
+               if (!refused.isEmpty() && complain) complain(refused);
+           });
+}
+
+void PropertiesPanel::chooseColor(int row) {
+    AcCmColor color;
+    if (row < int(colors_.size())) {
+        color = colors_[size_t(row)];
+    } else if (const auto asked = askColor(this, colors_.back())) {
+        color = *asked;
+    } else {
+        return show(database_, selection_);
+    }
+    change([ids = selection_, color] { return setColor(ids, color); },
+           [this, color] { database_->setCecolor(color); });
+}
+
+void PropertiesPanel::chooseLinetype(int row) {
+    const AcDbObjectId linetype = linetypes_[size_t(row)];
+    change([ids = selection_, linetype] { return setLinetype(ids, linetype); },
+           [this, linetype] { database_->setCeltype(linetype); });
+}
+
+} // namespace desk
