@@ -9,6 +9,7 @@ const CageManners& Cage::manners() const {
     static constexpr CageManners kBox = {
         L"\n  [M]-多选 [S]-设置 [L]-锁形 [R]-重置 [U]-撤销 [X]-退出 或<点击控制点>",
         L"\n选择控制点或 [M多选/S设置/L锁形/R重置/U撤销/X退出]: ",
+        L"\n退出FFD命令。",
         L"M S L R U X",
         L"\n已撤销上一步变形（剩余 %d 步可撤销）。",
         L"\n已撤销上一步变形（无更多可撤销步骤）。",

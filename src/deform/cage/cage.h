@@ -35,6 +35,7 @@ using GizmoAxes = std::array<AcGeVector3d, 3>;
 // What the loop says and takes in its own way for one kind of cage. Texts are sources of translations.
 struct CageManners {
     const wchar_t *menu, *prompt; // of the control-point prompt
+    const wchar_t* leaving;       // said of key X
     const wchar_t* keywords;      // of it, each a letter
     const wchar_t *undone, *undoneLast;
     const wchar_t *gizmoUndone, *gizmoUndoneLast; // while the gizmo is there

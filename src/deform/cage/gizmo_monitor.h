@@ -1,0 +1,41 @@
+// What happens while the cursor moves over a gizmo: its handles light up, scales and rotations lock the one
+// under the cursor, a scale tells its factor, a rotation shows the sector it sweeps. The drawing's objects
+// stay as they are; of what is shown the gizmo alone is drawn again.
+#pragma once
+#include "core/host/editor.h"
+#include "deform/cage/cage_session.h"
+#include "deform/cage/scale_tooltip.h"
+
+namespace corvane::deform {
+
+class GizmoInputMonitor : public AcEdInputPointMonitor {
+public:
+    explicit GizmoInputMonitor(CageSession& session) : session_(session) {}
+    Acad::ErrorStatus monitorInputPoint(const AcEdInputPoint& input,
+                                        AcEdInputPointMonitorResult& output) override;
+
+private:
+    bool hover(const ScreenMap& screen, Pixel cursor);
+    void tellScale(const AcGePoint3d& cursor);
+    bool sweep(const ScreenMap& screen, Pixel cursor);
+
+    CageSession& session_;
+    ScaleTooltip tooltip_;
+};
+using FFDGizmoInputMonitor = GizmoInputMonitor;
+
+// While one lives it listens to the current document; ok() is false when there is none.
+class GizmoListening {
+public:
+    explicit GizmoListening(CageSession& session);
+    ~GizmoListening();
+    GizmoListening(const GizmoListening&) = delete;
+    GizmoListening& operator=(const GizmoListening&) = delete;
+    bool ok() const { return document_ != nullptr; }
+
+private:
+    GizmoInputMonitor monitor_;
+    AcApDocument* document_;
+};
+
+} // namespace corvane::deform
