@@ -12,6 +12,7 @@
 #include "curves/division/division_commands.h"
 #include "curves/reports/report_commands.h"
 #include "curves/smoothing/smoothing_commands.h"
+#include "deform/box/ffd_command.h"
 #include "raster/vectorizing/outline_dialog.h"
 #include "scatter/random/scatter_commands.h"
 
@@ -118,7 +119,7 @@ constexpr CommandEntry kTable[] = {
     {L"SCVN_align", L"CVDQ", ACRX_CMD_MODAL, Section::aids, nullptr, L"对齐对象"},
     {L"SCVN_distribute", L"CVFB", ACRX_CMD_MODAL, Section::aids, nullptr, L"分布对象"},
     {L"SCVN_GColor", L"CVSC", ACRX_CMD_MODAL, Section::aids, nullptr, L"渐变颜色"},
-    {L"SCVN_FFD", L"CVFFD", ACRX_CMD_MODAL, Section::deformation, nullptr, L"盒状自由变形"},
+    {L"SCVN_FFD", L"CVFFD", ACRX_CMD_MODAL, Section::deformation, FreeFormDeformCommand, L"盒状自由变形"},
     {L"SCVN_FFDC", L"CVFFDC", ACRX_CMD_MODAL, Section::deformation, nullptr, L"柱状变形"},
     {L"SCVN_FORMULA", L"FORMULA", ACRX_CMD_MODAL, Section::text, nullptr, L"公式曲线"},
     {L"SCVN_DEMO1", L"SCVN_DEMO1", ACRX_CMD_MODAL, Section::host, OpenDemoLink<1>, L"打开演示链接1"},
