@@ -41,8 +41,7 @@ private:
 void ControlPointPrompt::printMenu() const {
     PrintLine(L"\n操作提示：");
     PrintLine(session_.cage.manners().menu);
-    PrintText(TranslateFormat(L"\n锁形模式：%s",
-                              session_.cage.shapeLocked() ? Translate(L"锁定") : Translate(L"解锁")));
+    PrintLine(session_.cage.shapeLocked() ? L"\n锁形模式：锁定" : L"\n锁形模式：解锁");
     if (!session_.selection().empty())
         PrintText(TranslateFormat(L"\n当前多选保持：%d 个控制点", int(session_.selection().size())));
 }
