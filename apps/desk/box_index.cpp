@@ -2,17 +2,13 @@
 #include "apps/desk/box_index.h"
 
 #include <algorithm>
+#include <bit>
 #include <utility>
 
 namespace desk {
 namespace {
 
 constexpr std::uint32_t kFan = 16;
-
-bool meets(const AcDbExtents2d& a, const AcDbExtents2d& b) {
-    return a.minPoint().x <= b.maxPoint().x && a.maxPoint().x >= b.minPoint().x &&
-           a.minPoint().y <= b.maxPoint().y && a.maxPoint().y >= b.minPoint().y;
-}
 
 // The bits of the low half, each with a free one behind it.
 std::uint64_t spread(std::uint64_t v) {
@@ -28,9 +24,20 @@ std::uint64_t cell(double value, double low, double size) {
     return size > 0 ? std::uint64_t(std::clamp((value - low) / size, 0.0, 1.0) * kCells) : 0;
 }
 
+// Rising order; of many by marks, of few by comparison. Numbers lie below `end`.
+void putInOrder(std::vector<std::uint32_t>& numbers, size_t end) {
+    if (numbers.size() < end / 64) return std::sort(numbers.begin(), numbers.end());
+    std::vector<std::uint64_t> marks(end / 64 + 1);
+    for (const std::uint32_t n : numbers) marks[n / 64] |= std::uint64_t(1) << n % 64;
+    numbers.clear();
+    for (size_t word = 0; word < marks.size(); ++word)
+        for (std::uint64_t rest = marks[word]; rest; rest &= rest - 1)
+            numbers.push_back(std::uint32_t(word * 64) + std::uint32_t(std::countr_zero(rest)));
+}
+
 } // namespace
 
-BoxIndex::BoxIndex(const std::vector<AcDbExtents2d>& boxes) {
+BoxIndex::BoxIndex(const std::vector<AcDbExtents2d>& boxes) : end_(boxes.size()) {
     AcDbExtents2d all;
     for (const AcDbExtents2d& box : boxes)
         if (box.isValid()) all.addExt(box);
@@ -78,7 +85,7 @@ void BoxIndex::find(const AcDbExtents2d& window, std::vector<std::uint32_t>& out
                 out.push_back(items_[i]);
         }
     }
-    std::sort(out.begin(), out.end());
+    putInOrder(out, end_);
 }
 
 } // namespace desk

@@ -1,36 +1,25 @@
-// The picture of the drawing, and the mouse over it. What is painted over the picture stands in
+// The picture of the drawing. The mouse stands in canvas_mouse.cpp, what is painted over the picture in
 // canvas_overlay.cpp.
 #include "apps/desk/canvas.h"
 
 #include <QElapsedTimer>
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPainter>
-#include <QWheelEvent>
-#include <cmath>
+#include <algorithm>
+#include <cstring>
 
-#include "apps/desk/picking.h"
+#include "apps/desk/drawing_aids.h"
 #include "apps/desk/view_state.h"
 #include "host/ed/document.h"
 #include "host/ed/prompting.h"
-#include "host/os/keys.h"
+#include "host/ed/sysvars.h"
 
 namespace desk {
 namespace {
 
-constexpr double kPickRadius = 6, kSnapRadius = 11; // pixels
-constexpr double kWheelStep = 1.25;                 // a notch
-constexpr double kMargin = 0.03;                    // round everything
-constexpr double kSlow = 25;                        // milliseconds: pictures that take longer are made later
-constexpr int kRest = 90;                           // milliseconds without a change of the view
-constexpr double kDragged = 4;                      // pixels: more than a trembling hand
-
-void noteKeys(Qt::KeyboardModifiers held) {
-    host::HeldKeys& keys = host::heldKeys();
-    keys.shift = held & Qt::ShiftModifier;
-    keys.ctrl = held & Qt::ControlModifier;
-    keys.alt = held & Qt::AltModifier;
-}
+constexpr double kMargin = 0.03; // round everything
+constexpr double kSlow = 30;     // milliseconds: pictures that take longer are made later
+constexpr int kRest = 90;        // milliseconds without a change of the view
+constexpr double kWhole = 1e-3;  // pixels: moves that are this near to whole ones are
 
 } // namespace
 
@@ -47,13 +36,17 @@ Canvas::Canvas(QWidget* parent) : QWidget(parent) {
         cost_ = 0;
         update();
     });
-}
-
-void Canvas::want(const Want& want) {
-    want_ = want;
-    window_.reset();
-    findSnap();
-    update();
+    keys_.onHeld = [this] {
+        if (cursor_) moveCursor(*cursor_);
+        update();
+    };
+    keys_.onPress = [this](int key) {
+        const std::optional<QString> note = switchAid(key);
+        if (!note) return false;
+        if (onNote) onNote(*note);
+        keys_.onHeld();
+        return true;
+    };
 }
 
 void Canvas::setDark(bool dark) {
@@ -64,39 +57,57 @@ void Canvas::setDark(bool dark) {
 
 void Canvas::setSelected(std::vector<AcDbObjectId> entities) {
     selected_ = std::move(entities);
+    grips_.gather(want_.grips ? selected_ : std::vector<AcDbObjectId>());
+    overlayStale_ = true;
     update();
 }
 
-// -- the view ------------------------------------------------------------------------------------------
+// -- the drawing and its view --------------------------------------------------------------------------
 
 void Canvas::refresh() {
-    AcDbDatabase* database = curDoc() ? curDoc()->database() : nullptr;
-    const bool another = database != watch_.database();
-    watch_.follow(database);
-    if (another) selected_.clear(), shown_ = false;
-    if (watch_.takeChange()) {
-        database ? scene_.rebuild(*database, map_) : scene_.clear();
-        texts_.clear();
-        snap_.reset();
-        state_ = State::stale;
-    }
-    const ScreenMap now(storedView(), size());
-    if (!now.sameSide(map_) || now.view().height != map_.view().height ||
-        now.view().center != map_.view().center)
-        state_ = State::stale;
-    map_ = now;
-    if (!shown_ && database && isVisible()) {
+    followDrawing();
+    followView();
+    if (!shown_ && watch_.database() && isVisible()) {
         shown_ = true;
         zoomExtents();
     }
     update();
 }
 
+void Canvas::followDrawing() {
+    AcDbDatabase* database = curDoc() ? curDoc()->database() : nullptr;
+    if (database != watch_.database()) selected_.clear(), shown_ = false;
+    watch_.follow(database);
+    const DrawingWatch::Changes changes = watch_.take();
+    if (!changes.any()) return;
+    bool anew = true;
+    if (!database)
+        scene_.clear();
+    else if (changes.everything)
+        scene_.rebuild(*database, map_);
+    else
+        anew = scene_.update(*database, map_, changes.entities);
+    if (anew) texts_.clear();
+    snap_.reset();
+    grips_.gather(want_.grips ? selected_ : std::vector<AcDbObjectId>());
+    state_ = State::stale;
+}
+
+void Canvas::followView() {
+    const ScreenMap now(storedView(), size());
+    if (!now.sameSide(map_) || now.view().height != map_.view().height ||
+        now.view().center != map_.view().center)
+        state_ = State::stale;
+    map_ = now;
+}
+
 void Canvas::setView(const host::ViewFrame& view) {
     map_ = ScreenMap(view, size());
     storeView(map_.view());
     // A picture that takes long is moved and scaled until the view has come to rest.
-    if (cost_ > kSlow && map_.sameSide(pictured_)) {
+    if (state_ == State::fine && shiftPicture()) {
+        settle_.start();
+    } else if (cost_ > kSlow && map_.sameSide(pictured_)) {
         state_ = State::rough;
         settle_.start();
     } else {
@@ -107,7 +118,7 @@ void Canvas::setView(const host::ViewFrame& view) {
 }
 
 void Canvas::zoomExtents() {
-    const AcDbExtents2d box = host::seenExtents(scene_.list(), map_.view());
+    const AcDbExtents2d box = scene_.extents(map_.view());
     if (!box.isValid()) return;
     host::ViewFrame view = map_.view();
     view.fit(box.minPoint(), box.maxPoint(), kMargin);
@@ -118,6 +129,7 @@ void Canvas::zoomBy(double factor) { setView(zoomed(map_, QRectF(rect()).center(
 
 void Canvas::resizeEvent(QResizeEvent*) {
     map_ = ScreenMap(map_.view(), size());
+    host::setSessionVariable(L"SCREENSIZE", std::to_wstring(width()) + L"," + std::to_wstring(height()));
     storeView(map_.view());
     state_ = State::stale;
     refresh();
@@ -128,154 +140,81 @@ AcGePoint3d Canvas::pointAt(const QPointF& pixel) const {
     return map_.toPlane(pixel, user.origin, user.xAxis.crossProduct(user.yAxis));
 }
 
-QPointF Canvas::screen(const AcGePoint3d& world) const {
-    AcGePoint2d p;
-    return map_.toScreen(world, p) ? QPointF(p.x, p.y) : QPointF(-1e4, -1e4);
-}
-
 // -- the picture ---------------------------------------------------------------------------------------
+
+// Widths show where the drawing wants them to.
+PaintLook Canvas::look() const {
+    PaintLook look;
+    look.dark = dark_;
+    look.lineWeights = watch_.database() && watch_.database()->headerInteger("$LWDISPLAY", 0) != 0;
+    return look;
+}
 
 void Canvas::makePicture() {
     QElapsedTimer clock;
     clock.start();
     const qreal ratio = devicePixelRatioF();
-    if (picture_.size() != size() * ratio)
-        picture_ = QImage(size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    if (picture_.size() != size() * ratio) picture_ = QImage(size() * ratio, QImage::Format_RGB32);
     picture_.setDevicePixelRatio(ratio);
     picture_.fill(groundColor(dark_));
-    QPainter painter(&picture_);
-    PaintLook look;
-    look.dark = dark_;
-    ListPainter list(painter, map_, QRectF(rect()), look);
-    for (const std::uint32_t i : scene_.within(map_.covered(), map_))
-        list.paint(scene_.list(), scene_.list().primitives[i], texts_);
+    paintScene(picture_, scene_, map_, look(), texts_, picture_.rect());
     pictured_ = map_;
     cost_ = double(clock.nsecsElapsed()) / 1e6;
     state_ = State::fine;
+    overlayStale_ = true;
+}
+
+// A view that has moved by whole pixels needs nothing but the strips that have come into it.
+bool Canvas::shiftPicture() {
+    const qreal ratio = picture_.devicePixelRatio();
+    if (!map_.sameSide(pictured_) || map_.view().height != pictured_.view().height ||
+        map_.pixels() != pictured_.pixels() || picture_.size() != size() * ratio)
+        return false;
+    const QPointF moved = map_.fromDisplay(pictured_.toDisplay({0, 0})) * ratio;
+    const QPoint by = moved.toPoint();
+    const QRect kept = picture_.rect() & picture_.rect().translated(by);
+    if ((moved - by).manhattanLength() > kWhole || kept.isEmpty()) return false;
+    QImage shifted(picture_.size(), QImage::Format_RGB32);
+    for (int y = kept.top(); y <= kept.bottom(); ++y)
+        std::memcpy(shifted.scanLine(y) + 4 * kept.left(),
+                    picture_.constScanLine(y - by.y()) + 4 * (kept.left() - by.x()),
+                    size_t(4 * kept.width()));
+    shifted.setDevicePixelRatio(ratio);
+    picture_ = std::move(shifted);
+    const QRegion fresh = QRegion(picture_.rect()) - kept;
+    for (const QRect& strip : fresh) {
+        for (int y = strip.top(); y <= strip.bottom(); ++y) {
+            auto* row = reinterpret_cast<QRgb*>(picture_.scanLine(y));
+            std::fill(row + strip.left(), row + strip.right() + 1, groundColor(dark_).rgb());
+        }
+        paintScene(picture_, scene_, map_, look(), texts_, strip);
+    }
+    pictured_ = map_;
+    state_ = State::fine;
+    overlayStale_ = true;
+    return true;
 }
 
 void Canvas::showPicture(QPainter& painter) {
-    if (state_ != State::rough) return painter.drawImage(QPointF(0, 0), picture_);
+    if (state_ != State::rough) {
+        makeOverlay();
+        return painter.drawImage(QPointF(0, 0), hasOverlay() ? overlaid_ : picture_);
+    }
+    const QImage& last = hasOverlay() && !overlaid_.isNull() ? overlaid_ : picture_;
     const double scale = map_.pixelsPerUnit() / pictured_.pixelsPerUnit();
     const QPointF origin = map_.fromDisplay(pictured_.toDisplay({0, 0}));
     painter.fillRect(rect(), groundColor(dark_));
-    painter.drawImage(QRectF(origin, QSizeF(pictured_.pixels()) * scale), picture_);
+    painter.drawImage(QRectF(origin, QSizeF(pictured_.pixels()) * scale), last);
 }
 
 void Canvas::paintEvent(QPaintEvent*) {
     if (state_ == State::stale) makePicture();
     QPainter painter(this);
     showPicture(painter);
-    paintHighlights(painter);
-    paintTransients(painter);
+    paintGrips(painter);
     paintRubber(painter);
+    paintSnap(painter);
     paintCursor(painter);
-}
-
-// -- the mouse -----------------------------------------------------------------------------------------
-
-void Canvas::findSnap() {
-    snap_.reset();
-    const int modes = want_.kind == Want::Kind::point && cursor_ ? snapModes() : 0;
-    if (!modes || pan_) return;
-    const QPointF reach(kSnapRadius, kSnapRadius);
-    const auto near = scene_.ownersWithin(map_.covered(QRectF(*cursor_ - reach, *cursor_ + reach)), map_);
-    const AcGePoint3d last = host::ucsToWorld(host::pointFrame().last);
-    double nearest = kSnapRadius;
-    for (const Snap& snap : snapsOf(near, modes, pointAt(*cursor_), last)) {
-        const QPointF away = screen(snap.point) - *cursor_;
-        // Points anywhere on a curve give way to those that stand out.
-        const double distance =
-            std::hypot(away.x(), away.y()) + (snap.kind == SnapKind::nearest ? kSnapRadius / 2 : 0);
-        if (distance >= nearest) continue;
-        nearest = distance;
-        snap_ = snap;
-    }
-}
-
-void Canvas::moveCursor(const QPointF& at) {
-    cursor_ = at;
-    findSnap();
-    const AcGePoint3d world = snap_ ? snap_->point : pointAt(at);
-    host::cursorMoved(world);
-    if (onMove) onMove(world);
-}
-
-void Canvas::pressLeft(QMouseEvent* event) {
-    const QPointF at = event->position();
-    const bool shift = event->modifiers() & Qt::ShiftModifier;
-    if (window_) return finishWindow(at, shift);
-    if (want_.kind == Want::Kind::point && onPoint) return onPoint(snap_ ? snap_->point : pointAt(at));
-    if (want_.kind == Want::Kind::nothing) return;
-    const AcDbObjectId hit = entityUnder(scene_, map_, at, kPickRadius);
-    if (hit.isNull() && want_.kind == Want::Kind::objects)
-        window_ = at;
-    else if (onEntity)
-        onEntity(hit, pointAt(at), shift);
-}
-
-void Canvas::finishWindow(const QPointF& at, bool shift) {
-    const QPointF from = *window_;
-    window_.reset();
-    if (onWindow) onWindow(pointAt(from), pointAt(at), at.x() < from.x(), shift);
-}
-
-void Canvas::mousePressEvent(QMouseEvent* event) {
-    noteKeys(event->modifiers());
-    moveCursor(event->position());
-    if (event->button() == Qt::MiddleButton) {
-        pan_ = event->position();
-        setCursor(Qt::ClosedHandCursor);
-    } else if (event->button() == Qt::LeftButton) {
-        pressLeft(event);
-    } else if (event->button() == Qt::RightButton && onEnter) {
-        onEnter();
-    }
-    update();
-}
-
-void Canvas::mouseMoveEvent(QMouseEvent* event) {
-    noteKeys(event->modifiers());
-    if (pan_) setView(panned(map_, *pan_, event->position())), pan_ = event->position();
-    moveCursor(event->position());
-    update();
-}
-
-void Canvas::mouseReleaseEvent(QMouseEvent* event) {
-    noteKeys(event->modifiers());
-    if (event->button() == Qt::MiddleButton) {
-        pan_.reset();
-        setCursor(Qt::BlankCursor);
-    }
-    const QPointF at = event->position();
-    // A window is dragged, or given by two clicks.
-    if (event->button() == Qt::LeftButton && window_ && (at - *window_).manhattanLength() > kDragged)
-        finishWindow(at, event->modifiers() & Qt::ShiftModifier);
-    update();
-}
-
-void Canvas::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (event->button() == Qt::MiddleButton)
-        zoomExtents();
-    else
-        mousePressEvent(event); // two quick clicks are two answers
-}
-
-void Canvas::wheelEvent(QWheelEvent* event) {
-    const double notches = event->angleDelta().y() / 120.0;
-    if (notches != 0) setView(zoomed(map_, event->position(), std::pow(kWheelStep, notches)));
-    event->accept();
-}
-
-void Canvas::keyPressEvent(QKeyEvent* event) {
-    noteKeys(event->modifiers());
-    if (onKey) onKey(event);
-}
-
-void Canvas::leaveEvent(QEvent*) {
-    cursor_.reset();
-    snap_.reset();
-    update();
 }
 
 } // namespace desk

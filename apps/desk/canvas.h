@@ -1,6 +1,7 @@
 // The canvas: shows the current drawing, and turns the mouse into points, picks and windows for whoever asks.
-// What the view shows is kept as a picture, made anew when the drawing or the view has changed; crosshair,
-// rubber band, marks and highlights are painted over it.
+// What the view shows is kept as a picture, made anew when the drawing or the view has changed, and a second
+// one with what shines or stands for a moment over it; crosshair, rubber band and marks are painted at every
+// turn.
 #pragma once
 #include <QImage>
 #include <QTimer>
@@ -10,8 +11,9 @@
 #include <vector>
 
 #include "apps/desk/drawing_watch.h"
-#include "apps/desk/list_painter.h"
-#include "apps/desk/scene.h"
+#include "apps/desk/grips.h"
+#include "apps/desk/key_watch.h"
+#include "apps/desk/scene_picture.h"
 #include "apps/desk/snaps.h"
 
 namespace desk {
@@ -25,6 +27,7 @@ public:
         enum class Kind { nothing, point, entity, objects } kind = Kind::nothing;
         std::optional<AcGePoint3d> base; // of the rubber band; world
         bool corner = false;             // the rubber band is a rectangle
+        bool grips = false;              // what is selected can be taken by its grips
     };
     void want(const Want& want);
 
@@ -33,9 +36,11 @@ public:
     std::function<void(AcDbObjectId entity, const AcGePoint3d& world, bool shift)> onEntity;
     // Two corners on the user's plane; from right to left what touches the window counts too.
     std::function<void(const AcGePoint3d& from, const AcGePoint3d& to, bool crossing, bool shift)> onWindow;
-    std::function<void()> onEnter;                        // the right button
-    std::function<void(QKeyEvent* event)> onKey;          // typed over the drawing
-    std::function<void(const AcGePoint3d& world)> onMove; // where the cursor stands
+    std::function<void(const std::function<void()>& move)> onGrip; // does the move as a command
+    std::function<void()> onEnter;                                 // the right button
+    std::function<void(QKeyEvent* event)> onKey;                   // typed over the drawing
+    std::function<void(const AcGePoint3d& world)> onMove;          // where the cursor stands
+    std::function<void(const QString& text)> onNote;               // what a key has switched
 
     // Looks whether the drawing or its view has changed.
     void refresh();
@@ -44,6 +49,8 @@ public:
     void setDark(bool dark);
     bool isDark() const { return dark_; }
     void setSelected(std::vector<AcDbObjectId> entities);
+    // Lets go of a grip in hand, or gives up a window begun; false when there was neither.
+    bool letGo();
     const ScreenMap& map() const { return map_; }
     // The world point of the user's plane under a pixel.
     AcGePoint3d pointAt(const QPointF& pixel) const;
@@ -61,31 +68,68 @@ protected:
     bool focusNextPrevChild(bool) override { return false; } // Tab completes
 
 private:
+    enum class State { stale, rough, fine };
+
+    // canvas.cpp: the picture
+    void followDrawing();
+    void followView();
     void setView(const host::ViewFrame& view);
+    void tellSize();
     void makePicture();
+    bool shiftPicture();
+    PaintLook look() const;
     void showPicture(QPainter& painter);
-    void paintTransients(QPainter& painter);
-    void paintHighlights(QPainter& painter);
-    void paintRubber(QPainter& painter);
-    void paintCursor(QPainter& painter);
-    void pressLeft(QMouseEvent* event);
-    void finishWindow(const QPointF& at, bool shift);
-    void moveCursor(const QPointF& at);
+
+    // canvas_mouse.cpp: the hand
+    void aim();
     void findSnap();
+    void moveCursor(const QPointF& at);
+    void moveHeldView(const QPointF& at);
+    void pressLeft(QMouseEvent* event);
+    void pressMiddle(QMouseEvent* event);
+    void finishWindow(const QPointF& at, bool shift);
+    bool takeGrip(const QPointF& at);
+    void finishGrip();
+    std::optional<size_t> gripAt(const QPointF& at) const;
+    bool wantsPlaces() const;
+    std::optional<AcGePoint3d> rubberBase() const;
+
+    // canvas_overlay.cpp: what lies over the picture
+    bool hasOverlay() const;
+    void makeOverlay();
+    void paintVectors();
+    void paintGrips(QPainter& painter);
+    void paintRubber(QPainter& painter);
+    void paintSnap(QPainter& painter);
+    void paintCursor(QPainter& painter);
     QPointF screen(const AcGePoint3d& world) const;
 
     DrawingWatch watch_;
+    KeyWatch keys_{*this};
     Scene scene_;
-    TextPaths texts_;
+    TextOutlines texts_;
     ScreenMap map_, pictured_; // now, and when the picture was made
-    QImage picture_;
-    enum class State { stale, rough, fine } state_ = State::stale;
+    QImage picture_, overlaid_;
+    State state_ = State::stale;
+    struct OverlayMark { // what the second picture was made of
+        unsigned screen = 0, transients = 0;
+        bool operator==(const OverlayMark&) const = default;
+    } overlayMark_;
+    bool overlayStale_ = true;
     QTimer settle_;   // makes the picture again when the view has come to rest
     double cost_ = 0; // milliseconds that the last picture took
     bool dark_ = true, shown_ = false;
+
     Want want_;
     std::vector<AcDbObjectId> selected_;
-    std::optional<QPointF> cursor_, pan_, window_; // window_: its first corner
+    Grips grips_;
+    host::DisplayList dragged_; // what hangs on the grip in hand
+    std::optional<QPointF> cursor_, window_,
+        pressed_; // window_: its first corner; pressed_: where the grip was
+    enum class Hold { nothing, pan, orbit } hold_ = Hold::nothing;
+    QPointF held_; // where the hand that moves the view was last
+    AcGePoint3d pivot_;
+    AcGePoint3d aimed_; // the point that the cursor stands for
     std::optional<Snap> snap_;
 };
 

@@ -14,6 +14,7 @@
 #include "apps/desk/candidates.h"
 #include "apps/desk/qt_text.h"
 #include "host/ed/editor.h"
+#include "host/ed/interpreter.h"
 #include "host/ed/prompting.h"
 #include "host/ed/selection.h"
 #include "host/os/text.h"
@@ -104,6 +105,8 @@ DeskFrontEnd::DeskFrontEnd(Canvas& canvas, CommandLine& line)
     canvas_.onWindow = [this](const AcGePoint3d& from, const AcGePoint3d& to, bool crossing, bool shift) {
         pickWindow(from, to, crossing, shift);
     };
+    canvas_.onGrip = [this](const std::function<void()>& move) { moveGrip(move); };
+    canvas_.onNote = [this](const QString& text) { line_.append(text + "\n"); };
 }
 
 DeskFrontEnd::~DeskFrontEnd() {
@@ -114,6 +117,8 @@ DeskFrontEnd::~DeskFrontEnd() {
     canvas_.onPoint = {};
     canvas_.onEntity = {};
     canvas_.onWindow = {};
+    canvas_.onGrip = {};
+    canvas_.onNote = {};
 }
 
 // -- asking --------------------------------------------------------------------------------------------
@@ -171,6 +176,7 @@ void DeskFrontEnd::showOnCanvas(const PromptRequest& request) {
         want.kind = Canvas::Want::Kind::objects;
     if (request.base) want.base = host::ucsToWorld(*request.base);
     want.corner = request.kind == Kind::corner;
+    want.grips = request.kind == Kind::command;
     canvas_.want(want);
 }
 
@@ -275,6 +281,7 @@ void DeskFrontEnd::runLine(const std::wstring& line) {
 
 void DeskFrontEnd::escape() {
     ahead_.clear();
+    if (canvas_.letGo()) return;
     if (!waiting()) return void(stopAsked_ = !loop_);
     if (asked_.kind == Kind::command) clearSelection();
     answer(cancelReply());
@@ -319,6 +326,14 @@ void DeskFrontEnd::pickWindow(const AcGePoint3d& from, const AcGePoint3d& to, bo
         first = textReply(L"_R");
     }
     answer(first);
+}
+
+// One step of the undo log, though no command has been typed.
+void DeskFrontEnd::moveGrip(const std::function<void()>& move) {
+    if (!idle()) return;
+    host::runAsCommand(L"GRIP_STRETCH", move);
+    canvas_.refresh();
+    if (onPrompt) onPrompt();
 }
 
 // While a command asks for objects its picks shine; the command itself may pass some of them over.

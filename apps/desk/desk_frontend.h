@@ -47,7 +47,9 @@ public:
     std::function<void()> onPrompt; // each time before it waits
     // What is selected while no command runs, and who hears of changes.
     const std::vector<AcDbObjectId>& selection() const { return selected_; }
-    void setSelection(std::vector<AcDbObjectId> entities) { selected_ = std::move(entities), tellSelection(); }
+    void setSelection(std::vector<AcDbObjectId> entities) {
+        selected_ = std::move(entities), tellSelection();
+    }
     std::function<void()> onSelection;
 
 private:
@@ -63,6 +65,7 @@ private:
     void echo(const host::PromptReply& reply);
     void pickEntity(AcDbObjectId entity, const AcGePoint3d& world, bool shift);
     void pickWindow(const AcGePoint3d& from, const AcGePoint3d& to, bool crossing, bool shift);
+    void moveGrip(const std::function<void()>& move);
     void select(const std::vector<AcDbObjectId>& entities, bool shift);
     void showPicked(std::vector<AcDbObjectId> picked);
     void clearSelection();

@@ -1,5 +1,7 @@
-// Notices that what is drawn of the current drawing has changed.
+// Notices what of the current drawing's picture has changed.
 #pragma once
+#include <vector>
+
 #include "host/db/database.h"
 #include "host/db/reactor.h"
 
@@ -7,6 +9,12 @@ namespace desk {
 
 class DrawingWatch : public AcDbDatabaseReactor {
 public:
+    struct Changes {
+        bool everything = true;             // or else
+        std::vector<AcDbObjectId> entities; // these of the current space, perhaps more than once
+        bool any() const { return everything || !entities.empty(); }
+    };
+
     DrawingWatch() = default;
     ~DrawingWatch() override;
     DrawingWatch(const DrawingWatch&) = delete;
@@ -15,8 +23,8 @@ public:
     // Listens to this drawing from now on; null for none.
     void follow(AcDbDatabase* database);
     AcDbDatabase* database() const { return database_; }
-    // Something that shows has changed since the last call, or another drawing is followed.
-    bool takeChange();
+    // Since the last call; everything when another drawing is followed.
+    Changes take();
 
     void objectAppended(const AcDbDatabase*, const AcDbObject* object) override { note(object); }
     void objectUnAppended(const AcDbDatabase*, const AcDbObject* object) override { note(object); }
@@ -30,8 +38,9 @@ public:
 
 private:
     void note(const AcDbObject* object);
+    void noteEntity(const AcDbObject& object);
     AcDbDatabase* database_ = nullptr;
-    bool changed_ = true;
+    Changes changes_;
 };
 
 } // namespace desk

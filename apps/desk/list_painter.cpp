@@ -1,182 +1,233 @@
-// Strokes, areas, texts. What is smaller than a pixel becomes a dot, what can't be read a line.
+// Projection, levels of detail, and the letters of texts.
 #include "apps/desk/list_painter.h"
-#include "host/picture/outline_path.h"
 
-#include <QPainter>
 #include <algorithm>
 #include <cmath>
 
 namespace desk {
 namespace {
 
-constexpr double kPixelsPerMm = 96 / 25.4;
-constexpr double kTiny = 0.75;      // pixels: boxes below it are dots
-constexpr double kUnreadable = 2.5; // pixels: texts below it are lines
-constexpr double kBand = 12;        // pixels round the area that clipping leaves
+using Kind = host::DisplayPrimitive::Kind;
+using Point = RasterBand::Point;
 
-AcDbExtents2d boxOf(const ScreenMap& map, const AcDbExtents& box) {
-    AcDbExtents2d seen;
-    AcGePoint2d p;
-    for (unsigned corner = 0; corner < 8; ++corner)
-        if (map.toScreen({(corner & 1 ? box.maxPoint() : box.minPoint()).x,
-                          (corner & 2 ? box.maxPoint() : box.minPoint()).y,
-                          (corner & 4 ? box.maxPoint() : box.minPoint()).z},
-                         p))
-            seen.addPoint(p);
-    return seen;
-}
+constexpr double kPixelsPerMm = 96 / 25.4;
+constexpr double kTiny = 1.2;       // pixels: boxes below it are dots
+constexpr double kUnreadable = 2.5; // pixels: texts below it are lines
+constexpr double kClose = 0.5;      // pixels: points nearer than it to the one before make no difference
+constexpr double kThin = 1.5;       // pixels: lines up to it are drawn as thin ones
+constexpr double kFarAway = 1e12;   // pixels: what lies beyond is no place on the screen
+
+bool isClose(Point a, Point b) { return std::abs(a.x - b.x) < kClose && std::abs(a.y - b.y) < kClose; }
+
+// Places of a bow of letters, its own axes on the screen.
+struct LetterFrame {
+    Point origin, right, up;
+    Point operator()(const AcGePoint2d& p) const {
+        return {origin.x + right.x * p.x + up.x * p.y, origin.y + right.y * p.x + up.y * p.y};
+    }
+};
+
+Point between(Point a, Point b, double t) { return {a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t}; }
 
 } // namespace
 
 QColor groundColor(bool dark) { return dark ? QColor(0x1E, 0x23, 0x29) : QColor(Qt::white); }
 
-const QPainterPath& TextPaths::of(const host::DisplayList& list, std::uint32_t text) {
-    if (paths_.size() < list.texts.size()) paths_.resize(list.texts.size());
-    auto& path = paths_[text];
+const host::TextOutline& TextOutlines::of(const host::DisplayList& list, std::uint32_t text) {
+    const std::lock_guard lock(asking_);
+    if (outlines_.size() <= text) outlines_.resize(list.texts.size());
+    auto& outline = outlines_[text];
     const host::DisplayText& source = list.texts[text];
-    if (!path)
-        path = host::outlinePath(host::textMetrics()->outlines(list.faces[source.face], 1, source.text),
-                                 [](const AcGePoint2d& p) { return QPointF(p.x, p.y); });
-    return *path;
+    if (!outline)
+        outline = std::make_unique<const host::TextOutline>(
+            host::textMetrics()->outlines(list.faces[source.face], 1, source.text));
+    return *outline;
 }
 
-ListPainter::ListPainter(QPainter& painter, const ScreenMap& map, const QRectF& area, const PaintLook& look)
-    : painter_(painter),
-      map_(map), clip_{area.left() - kBand, area.top() - kBand, area.right() + kBand, area.bottom() + kBand},
-      look_(look) {
-    painter_.setRenderHint(QPainter::Antialiasing);
+ListPainter::ListPainter(RasterBand& band, const ScreenMap& map, double ratio, const PaintLook& look,
+                         TextOutlines& texts)
+    : band_(band), map_(map), inDepth_(map.view().perspective), ratio_(ratio),
+      perUnit_(map.pixelsPerUnit() * ratio), look_(look), texts_(texts) {
+    const AcGeMatrix3d toScreen = map.worldToPixels();
+    for (unsigned row = 0; row < 2; ++row)
+        for (unsigned column = 0; column < 4; ++column)
+            toPixels_[row][column] = toScreen(row, column) * ratio;
+}
+
+inline bool ListPainter::project(const AcGePoint3d& p, Point& out) const {
+    if (inDepth_) return projectInDepth(p, out);
+    out = {toPixels_[0][0] * p.x + toPixels_[0][1] * p.y + toPixels_[0][2] * p.z + toPixels_[0][3],
+           toPixels_[1][0] * p.x + toPixels_[1][1] * p.y + toPixels_[1][2] * p.z + toPixels_[1][3]};
+    return std::abs(out.x) < kFarAway && std::abs(out.y) < kFarAway;
+}
+
+bool ListPainter::projectInDepth(const AcGePoint3d& p, Point& out) const {
+    AcGePoint2d seen;
+    if (!map_.toScreen(p, seen)) return false;
+    out = {seen.x * ratio_, seen.y * ratio_};
+    return std::abs(out.x) < kFarAway && std::abs(out.y) < kFarAway;
 }
 
 void ListPainter::use(const host::DisplayStyle& style) {
-    if (style_ == style) return;
-    style_ = style;
+    if (style_ == &style) return;
+    style_ = &style;
     const std::uint32_t rgb = style.color.foreground ? (look_.dark ? 0xFFFFFFu : 0x000000u) : style.color.rgb;
-    color_ = look_.ink.value_or(QColor::fromRgb(rgb));
-    if (!look_.ink) color_.setAlpha(style.opacity);
-    width_ =
-        (look_.lineWeights ? std::max(style.weight / 100.0 * kPixelsPerMm, 1.0) : 1.0) + look_.extraWidth;
-    painter_.setPen(QPen(color_, width_, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter_.setBrush(Qt::NoBrush);
-}
-
-void ListPainter::paint(const host::DisplayList& list) {
-    TextPaths texts;
-    for (const host::DisplayPrimitive& primitive : list.primitives) paint(list, primitive, texts);
+    band_.setInk(look_.ink.value_or(rgb), look_.ink ? 255 : style.opacity);
+    const double weight = look_.lineWeights ? style.weight / 100.0 * kPixelsPerMm : 0;
+    width_ = (std::max(weight, 1.0) + look_.extraWidth) * ratio_;
 }
 
 void ListPainter::paint(const host::DisplayList& list, const host::DisplayPrimitive& primitive,
-                        TextPaths& texts) {
-    using Kind = host::DisplayPrimitive::Kind;
+                        const host::DisplayContours& contours) {
     use(list.styleOf(primitive));
     switch (primitive.kind) {
-    case Kind::text: return paintText(list.texts[primitive.first], texts.of(list, primitive.first));
+    case Kind::text: return paintText(list, primitive.first);
     case Kind::ray:
-    case Kind::xline: return paintEndless(list, primitive);
-    default:
-        if (!paintTiny(primitive)) paintContours(list, primitive);
+    case Kind::xline: return paintEndless(contours[0], primitive.kind == Kind::xline);
+    case Kind::line:
+        if (!paintTiny(primitive)) paintLines(contours);
+        return;
+    case Kind::area:
+    case Kind::ribbon:
+        if (!paintTiny(primitive)) paintArea(contours, primitive.kind == Kind::area);
     }
 }
 
 bool ListPainter::paintTiny(const host::DisplayPrimitive& primitive) {
-    if (!primitive.box.isValid()) return false;
-    const double size = (primitive.box.maxPoint() - primitive.box.minPoint()).length();
-    if (map_.view().perspective || size * map_.pixelsPerUnit() > kTiny) return false;
-    const AcDbExtents2d box = boxOf(map_, primitive.box);
-    if (box.isValid()) painter_.drawPoint(QPointF(box.minPoint().x, box.minPoint().y));
+    const AcGeVector3d size = primitive.box.maxPoint() - primitive.box.minPoint();
+    const double tiny = kTiny * ratio_ / perUnit_;
+    if (inDepth_ || !(size.lengthSqrd() <= tiny * tiny)) return false;
+    Point at;
+    if (!project(primitive.box.minPoint(), at)) return true;
+    band_.dot(at);
     return true;
 }
 
-void ListPainter::clipContour(std::vector<AcGePoint2d>& flat, bool open) {
-    const bool inside =
-        std::all_of(flat.begin(), flat.end(), [&](const AcGePoint2d& p) { return clip_.holds(p); });
-    if (inside && !flat.empty()) {
-        points_.insert(points_.end(), flat.begin(), flat.end());
-        ends_.push_back(std::uint32_t(points_.size()));
-    } else if (open) {
-        host::clipLine(flat, clip_, points_, ends_);
-    } else {
-        host::clipArea(flat, clip_, points_, ends_);
-    }
-    flat.clear();
+// -- lines ---------------------------------------------------------------------------------------------
+
+void ListPainter::paintLines(const host::DisplayContours& contours) {
+    const bool thin = width_ <= kThin * ratio_;
+    for (std::uint32_t c = 0; c < contours.count; ++c) thin ? thinPath(contours[c]) : widePath(contours[c]);
 }
 
-void ListPainter::paintContours(const host::DisplayList& list, const host::DisplayPrimitive& primitive) {
-    using Kind = host::DisplayPrimitive::Kind;
-    const bool open = primitive.kind == Kind::line;
-    points_.clear(), ends_.clear(), flat_.clear();
-    for (std::uint32_t c = primitive.first; c < primitive.first + primitive.count; ++c) {
-        for (const AcGePoint3d& world : list.contour(c)) {
-            AcGePoint2d p;
-            if (map_.toScreen(world, p))
-                flat_.push_back(p);
-            else if (open)
-                clipContour(flat_, open); // behind the eye: the line is cut there
+// Where the path goes behind the eye it is cut.
+void ListPainter::thinPath(std::span<const AcGePoint3d> world) {
+    Point last, p;
+    bool under = false;
+    for (std::size_t i = 0; i < world.size(); ++i) {
+        if (!project(world[i], p)) {
+            under = false;
+            continue;
         }
-        clipContour(flat_, open);
+        if (under && isClose(last, p) && i + 1 < world.size()) continue;
+        if (under) band_.thinLine(last, p);
+        under = true;
+        last = p;
     }
-    if (ends_.empty()) return;
-    open ? stroke() : fill(primitive.kind == Kind::area);
+    if (under && world.size() == 1) band_.dot(last);
 }
 
-void ListPainter::paintEndless(const host::DisplayList& list, const host::DisplayPrimitive& primitive) {
-    const auto given = list.contour(primitive.first);
-    AcGePoint2d a, b;
-    if (given.size() < 2 || !map_.toScreen(given[0], a) || !map_.toScreen(given[1], b)) return;
-    const double length = a.distanceTo(b);
+void ListPainter::widePath(std::span<const AcGePoint3d> world) {
+    path_.clear();
+    const auto finish = [&] {
+        if (!path_.empty()) band_.wideLine(path_, width_);
+        path_.clear();
+    };
+    Point p;
+    for (std::size_t i = 0; i < world.size(); ++i) {
+        if (!project(world[i], p))
+            finish();
+        else if (path_.empty() || i + 1 == world.size() || !isClose(path_.back(), p))
+            path_.push_back(p);
+    }
+    finish();
+}
+
+void ListPainter::paintEndless(std::span<const AcGePoint3d> given, bool bothWays) {
+    Point a, b;
+    if (given.size() < 2 || !project(given[0], a) || !project(given[1], b)) return;
+    const double length = std::hypot(b.x - a.x, b.y - a.y);
     if (!(length > 0)) return;
-    const AcGePoint2d middle((clip_.left + clip_.right) / 2, (clip_.top + clip_.bottom) / 2);
-    const double far = a.distanceTo(middle) + (clip_.right - clip_.left) + (clip_.bottom - clip_.top);
-    const AcGeVector2d step = (b - a) * (far / length);
-    points_.clear(), ends_.clear();
-    flat_ = {primitive.kind == host::DisplayPrimitive::Kind::ray ? a : a - step, a + step};
-    clipContour(flat_, true);
-    stroke();
+    const QSizeF size = QSizeF(map_.pixels()) * ratio_;
+    const double far = std::hypot(a.x, a.y) + 2 * (size.width() + size.height());
+    const Point step{(b.x - a.x) / length * far, (b.y - a.y) / length * far};
+    const Point from = bothWays ? Point{a.x - step.x, a.y - step.y} : a;
+    const Point path[] = {from, {a.x + step.x, a.y + step.y}};
+    width_ <= kThin* ratio_ ? band_.thinLine(path[0], path[1]) : band_.wideLine(path, width_);
 }
 
-void ListPainter::stroke() {
-    std::uint32_t from = 0;
-    for (const std::uint32_t end : ends_) {
-        line_.clear();
-        for (; from < end; ++from) line_.emplace_back(points_[from].x, points_[from].y);
-        if (line_.size() == 1)
-            painter_.drawPoint(line_.front());
-        else
-            painter_.drawPolyline(line_.constData(), int(line_.size()));
+// -- areas and texts -----------------------------------------------------------------------------------
+
+void ListPainter::paintArea(const host::DisplayContours& contours, bool oddEven) {
+    Point p;
+    for (std::uint32_t c = 0; c < contours.count; ++c) {
+        path_.clear();
+        for (const AcGePoint3d& world : contours[c])
+            if (project(world, p)) path_.push_back(p);
+        band_.contour(path_);
     }
+    band_.fill(oddEven);
+    if (look_.extraWidth > 0) paintLines(contours);
 }
 
-void ListPainter::fill(bool oddEven) {
-    QPainterPath path;
-    path.setFillRule(oddEven ? Qt::OddEvenFill : Qt::WindingFill);
-    std::uint32_t from = 0;
-    for (const std::uint32_t end : ends_) {
-        for (std::uint32_t i = from; i < end; ++i) {
-            const QPointF p(points_[i].x, points_[i].y);
-            i == from ? path.moveTo(p) : path.lineTo(p);
-        }
-        path.closeSubpath();
-        from = end;
-    }
-    painter_.fillPath(path, color_);
-    if (look_.extraWidth > 0) painter_.drawPath(path);
-}
-
-void ListPainter::paintText(const host::DisplayText& text, const QPainterPath& path) {
-    AcGePoint2d origin, right, up;
-    if (path.isEmpty() || !map_.toScreen(text.origin, origin) ||
-        !map_.toScreen(text.origin + text.right, right) || !map_.toScreen(text.origin + text.up, up))
+void ListPainter::paintText(const host::DisplayList& list, std::uint32_t index) {
+    const host::DisplayText& text = list.texts[index];
+    Point origin, right, up;
+    if (!project(text.origin, origin) || !project(text.origin + text.right, right) ||
+        !project(text.origin + text.up, up))
         return;
-    const QTransform place(right.x - origin.x, right.y - origin.y, up.x - origin.x, up.y - origin.y, origin.x,
-                           origin.y);
-    const QRectF box = place.mapRect(path.boundingRect());
-    if (box.right() < clip_.left || box.left() > clip_.right || box.bottom() < clip_.top ||
-        box.top() > clip_.bottom)
-        return;
-    if (std::hypot(up.x - origin.x, up.y - origin.y) < kUnreadable) {
-        painter_.drawLine(place.map(QLineF(0, 0, path.boundingRect().right(), 0)));
+    right = {right.x - origin.x, right.y - origin.y};
+    up = {up.x - origin.x, up.y - origin.y};
+    if (std::hypot(up.x, up.y) < kUnreadable * ratio_) {
+        const LetterFrame place{origin, right, up};
+        band_.thinLine(place({text.low.x, 0.5}), place({text.high.x, 0.5}));
     } else {
-        painter_.fillPath(place.map(path), color_);
+        fillLetters(texts_.of(list, index), origin, right, up);
     }
+}
+
+// Bows are flattened as finely as their size on the screen asks for.
+void ListPainter::fillLetters(const host::TextOutline& outline, Point origin, Point right, Point up) {
+    using Step = host::TextOutline::Step;
+    const LetterFrame place{origin, right, up};
+    const double size = std::max(std::hypot(up.x, up.y), std::hypot(right.x, right.y));
+    const int parts = std::clamp(int(std::sqrt(size) / 1.5), 2, 40);
+    const AcGePoint2d* p = outline.points.data();
+    Point start{}, at{};
+    const auto lineTo = [&](Point to) {
+        band_.side(at, to);
+        at = to;
+    };
+    const auto bow = [&](Point a, Point b, Point to) {
+        const Point from = at;
+        for (int i = 1; i <= parts; ++i) {
+            const double t = double(i) / parts;
+            const Point ab = between(a, b, t), left = between(between(from, a, t), ab, t);
+            lineTo(between(left, between(ab, between(b, to, t), t), t));
+        }
+    };
+    for (const Step step : outline.steps) {
+        switch (step) {
+        case Step::move: start = at = place(p[0]), p += 1; break;
+        case Step::line: lineTo(place(p[0])), p += 1; break;
+        case Step::quadratic: { // as the cubic that it is
+            const Point handle = place(p[0]), to = place(p[1]);
+            bow(between(at, handle, 2.0 / 3), between(to, handle, 2.0 / 3), to), p += 2;
+            break;
+        }
+        case Step::cubic: bow(place(p[0]), place(p[1]), place(p[2])), p += 3; break;
+        case Step::close: lineTo(start); break;
+        }
+    }
+    band_.fill(false);
+}
+
+void paintList(QImage& picture, const host::DisplayList& list, const ScreenMap& map, const PaintLook& look) {
+    TextOutlines texts;
+    RasterBand band(reinterpret_cast<std::uint32_t*>(picture.bits()), picture.bytesPerLine() / 4,
+                    {0, picture.width(), 0, picture.height()});
+    ListPainter painter(band, map, picture.devicePixelRatio(), look, texts);
+    for (const host::DisplayPrimitive& primitive : list.primitives) painter.paint(list, primitive);
 }
 
 } // namespace desk

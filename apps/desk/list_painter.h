@@ -1,65 +1,78 @@
-// Paints primitives of display lists with Qt's painter, in the pixels of a view.
+// Paints primitives of display lists into a band of a picture, as a view shows them.
 #pragma once
 #include <QColor>
-#include <QList>
-#include <QPainterPath>
-#include <QPointF>
+#include <QImage>
+#include <memory>
+#include <mutex>
 #include <optional>
 #include <vector>
 
+#include "apps/desk/raster_band.h"
 #include "apps/desk/screen_map.h"
-#include "host/picture/clip.h"
 #include "host/view/display_list.h"
-
-class QPainter;
 
 namespace desk {
 
 struct PaintLook {
     bool dark = true;
-    bool lineWeights = true;   // false: all lines thin
-    std::optional<QColor> ink; // instead of the primitives' own colours
-    double extraWidth = 0;     // pixels, added to the width of lines
+    bool lineWeights = true;          // false: all lines thin
+    std::optional<std::uint32_t> ink; // 0xRRGGBB instead of the primitives' own colours
+    double extraWidth = 0;            // pixels, added to the width of lines
 };
 
-// The outlines of a list's texts at a height of 1, made when they are first wanted.
-class TextPaths {
+// The outlines of a list's texts at a height of 1, made when they are first wanted; several threads may ask.
+class TextOutlines {
 public:
-    const QPainterPath& of(const host::DisplayList& list, std::uint32_t text);
-    void clear() { paths_.clear(); }
+    const host::TextOutline& of(const host::DisplayList& list, std::uint32_t text);
+    void clear() { outlines_.clear(); }
 
 private:
-    std::vector<std::optional<QPainterPath>> paths_;
+    std::mutex asking_;
+    std::vector<std::unique_ptr<const host::TextOutline>> outlines_;
 };
 
+// What is smaller than a pixel becomes a dot, text that can't be read a line, points that lie closer than can
+// be seen are passed over.
 class ListPainter {
 public:
-    // Nothing outside `area` needs to be painted. `texts` belongs to the lists that are painted.
-    ListPainter(QPainter& painter, const ScreenMap& map, const QRectF& area, const PaintLook& look);
-    void paint(const host::DisplayList& list, const host::DisplayPrimitive& primitive, TextPaths& texts);
-    void paint(const host::DisplayList& list);
+    // `ratio`: the picture's pixels for one of the map's. `texts` belongs to the lists that are painted.
+    ListPainter(RasterBand& band, const ScreenMap& map, double ratio, const PaintLook& look,
+                TextOutlines& texts);
+    void paint(const host::DisplayList& list, const host::DisplayPrimitive& primitive) {
+        paint(list, primitive, list.contours(primitive));
+    }
+    // With contours that stand for its own.
+    void paint(const host::DisplayList& list, const host::DisplayPrimitive& primitive,
+               const host::DisplayContours& contours);
 
 private:
-    void paintContours(const host::DisplayList& list, const host::DisplayPrimitive& primitive);
-    void paintEndless(const host::DisplayList& list, const host::DisplayPrimitive& primitive);
-    void paintText(const host::DisplayText& text, const QPainterPath& path);
-    bool paintTiny(const host::DisplayPrimitive& primitive);
-    void clipContour(std::vector<AcGePoint2d>& flat, bool open);
-    void stroke();
-    void fill(bool oddEven);
+    using Point = RasterBand::Point;
+    bool project(const AcGePoint3d& world, Point& out) const;
+    bool projectInDepth(const AcGePoint3d& world, Point& out) const;
     void use(const host::DisplayStyle& style);
+    bool paintTiny(const host::DisplayPrimitive& primitive);
+    void paintLines(const host::DisplayContours& contours);
+    void thinPath(std::span<const AcGePoint3d> world);
+    void widePath(std::span<const AcGePoint3d> world);
+    void paintArea(const host::DisplayContours& contours, bool oddEven);
+    void paintEndless(std::span<const AcGePoint3d> given, bool bothWays);
+    void paintText(const host::DisplayList& list, std::uint32_t text);
+    void fillLetters(const host::TextOutline& outline, Point origin, Point right, Point up);
 
-    QPainter& painter_;
+    RasterBand& band_;
     const ScreenMap& map_;
-    host::ClipBox clip_;
+    bool inDepth_;           // in perspective
+    double ratio_, perUnit_; // pixels of the picture for a unit of the drawing
+    double toPixels_[2][4];  // for parallel projections
     PaintLook look_;
-    QColor color_;
-    double width_ = 0;
-    std::optional<host::DisplayStyle> style_; // in use
-    std::vector<AcGePoint2d> flat_, points_;
-    std::vector<std::uint32_t> ends_;
-    QList<QPointF> line_;
+    TextOutlines& texts_;
+    double width_ = 1;
+    const host::DisplayStyle* style_ = nullptr; // in use
+    std::vector<Point> path_;
 };
+
+// All of a list, in its order.
+void paintList(QImage& picture, const host::DisplayList& list, const ScreenMap& map, const PaintLook& look);
 
 QColor groundColor(bool dark);
 

@@ -40,9 +40,7 @@ double toContours(const host::DisplayList& list, const host::DisplayPrimitive& p
     return nearest;
 }
 
-double toText(const host::DisplayText& text, const host::DisplayList& list, const ScreenMap& map,
-              const AcGePoint2d& p) {
-    const host::TextExtents size = host::textMetrics()->measure(list.faces[text.face], 1, text.text);
+double toText(const host::DisplayText& text, const ScreenMap& map, const AcGePoint2d& p) {
     AcGePoint2d origin, right, up;
     if (!map.toScreen(text.origin, origin) || !map.toScreen(text.origin + text.right, right) ||
         !map.toScreen(text.origin + text.up, up))
@@ -51,7 +49,7 @@ double toText(const host::DisplayText& text, const host::DisplayList& list, cons
     const double area = x.x * y.y - x.y * y.x;
     if (area == 0) return kFar;
     const double u = (from.x * y.y - from.y * y.x) / area, v = (x.x * from.y - x.y * from.x) / area;
-    return u >= size.low.x && u <= size.high.x && v >= size.low.y && v <= size.high.y ? 0 : kFar;
+    return u >= text.low.x && u <= text.high.x && v >= text.low.y && v <= text.high.y ? 0 : kFar;
 }
 
 double toEndless(const host::DisplayList& list, const host::DisplayPrimitive& primitive, const ScreenMap& map,
@@ -81,7 +79,7 @@ AcDbObjectId entityUnder(Scene& scene, const ScreenMap& map, const QPointF& pixe
         int crossings = 0;
         double distance = kFar;
         if (primitive.kind == Kind::text)
-            distance = toText(list.texts[primitive.first], list, map, p);
+            distance = toText(list.texts[primitive.first], map, p);
         else if (primitive.kind == Kind::ray || primitive.kind == Kind::xline)
             distance = toEndless(list, primitive, map, p);
         else

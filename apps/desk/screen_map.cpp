@@ -27,6 +27,15 @@ bool ScreenMap::toScreen(const AcGePoint3d& world, AcGePoint2d& out) const {
     return std::isfinite(out.x) && std::isfinite(out.y);
 }
 
+AcGeMatrix3d ScreenMap::worldToPixels() const {
+    AcGeMatrix3d shown;
+    shown.entry[0][0] = scale_;
+    shown.entry[1][1] = -scale_;
+    shown.entry[0][3] = pixels_.width() / 2.0 - view_.center.x * scale_;
+    shown.entry[1][3] = pixels_.height() / 2.0 + view_.center.y * scale_;
+    return shown * toDisplay_;
+}
+
 AcGePoint2d ScreenMap::toDisplay(const QPointF& pixel) const {
     return {view_.center.x + (pixel.x() - pixels_.width() / 2.0) / scale_,
             view_.center.y - (pixel.y() - pixels_.height() / 2.0) / scale_};

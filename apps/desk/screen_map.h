@@ -21,6 +21,7 @@ public:
 
     // False for points behind the eye, and for places that are no numbers.
     bool toScreen(const AcGePoint3d& world, AcGePoint2d& out) const;
+    AcGeMatrix3d worldToPixels() const; // the same for parallel projections; z is the height above the target
     AcGePoint2d toDisplay(const QPointF& pixel) const; // display coordinates of the view
     QPointF fromDisplay(const AcGePoint2d& display) const;
     // The point of the plane that is seen at the pixel; of the view's own plane when that one is seen edge

@@ -2,14 +2,18 @@
 #include "apps/desk/view_state.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "host/db/database.h"
+#include "host/ed/editor_reactor.h"
 #include "host/ed/prompting.h"
 
 namespace desk {
 namespace {
 
 constexpr double kSmallest = 1e-9, kLargest = 1e15; // heights of views
+constexpr double kOrbitStep = 0.01;                 // radians a pixel
+constexpr double kSteepest = M_PI / 2 - 1e-4;       // right above the picture has no upright any more
 
 // While it lives changes leave no trace in the undo log.
 class Unrecorded {
@@ -34,11 +38,17 @@ private:
 
 host::ViewFrame storedView() { return host::surroundings().view; }
 
-void storeView(const host::ViewFrame& view) {
+void withoutTrace(const std::function<void()>& work) {
     AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase();
     if (!database) return;
     const Unrecorded quietly(database->undoLog());
-    AcDbObjectPointer<AcDbViewportTable> table(database->viewportTableId(), AcDb::kForRead);
+    work();
+}
+
+namespace {
+
+void store(AcDbDatabase& database, const host::ViewFrame& view) {
+    AcDbObjectPointer<AcDbViewportTable> table(database.viewportTableId(), AcDb::kForRead);
     AcDbObjectId id;
     if (!table || table->getAt(L"*Active", id) != Acad::eOk) return;
     AcDbObjectPointer<AcDbViewportTableRecord> active(id, AcDb::kForWrite);
@@ -46,6 +56,16 @@ void storeView(const host::ViewFrame& view) {
     active->setCenterPoint(view.center);
     active->setHeight(view.height);
     active->setWidth(view.height * view.aspect);
+    active->setTarget(view.target);
+    active->setViewDirection(view.direction);
+    active->setViewTwist(view.twist);
+}
+
+} // namespace
+
+void storeView(const host::ViewFrame& view) {
+    withoutTrace([&] { store(*acdbHostApplicationServices()->workingDatabase(), view); });
+    host::viewChanged();
 }
 
 host::ViewFrame panned(const ScreenMap& map, const QPointF& from, const QPointF& to) {
@@ -61,6 +81,24 @@ host::ViewFrame zoomed(const ScreenMap& map, const QPointF& at, double factor) {
     const double height = std::clamp(view.height / factor, kSmallest, kLargest);
     view.center = fixed + (view.center - fixed) * (height / view.height);
     view.height = height;
+    return view;
+}
+
+host::ViewFrame orbited(const ScreenMap& map, const QPointF& by, const AcGePoint3d& pivot) {
+    host::ViewFrame view = map.view();
+    const AcGeVector3d d = view.direction.normal();
+    const double turn = by.x() * kOrbitStep, tilt = by.y() * kOrbitStep;
+    const bool upright = std::hypot(d.x, d.y) > 1e-9;
+    // Straight from above the picture's own twist says where its up side points to.
+    const double around = (upright ? std::atan2(d.y, d.x) : -M_PI / 2 - view.twist) - turn;
+    const double above = std::clamp(std::asin(std::clamp(d.z, -1.0, 1.0)) + tilt, -kSteepest, kSteepest);
+    const AcGePoint3d before = view.worldToDisplay() * pivot;
+    view.direction = AcGeVector3d(std::cos(above) * std::cos(around), std::cos(above) * std::sin(around),
+                                  std::sin(above)) *
+                     view.direction.length();
+    view.twist = 0;
+    const AcGePoint3d after = view.worldToDisplay() * pivot;
+    view.center += AcGeVector2d(after.x - before.x, after.y - before.y);
     return view;
 }
 

@@ -233,6 +233,13 @@ void DisplayCollector::add(const AcGiDrawable& drawable, AcDbObjectId owner) {
     sink_->draw(drawable);
 }
 
+void DisplayCollector::setView(const ViewFrame& view, double pixelsAcross) {
+    options_.view = view;
+    options_.pixelsAcross = pixelsAcross;
+}
+
+const DisplayList& DisplayCollector::list() const { return sink_->sink.list(); }
+
 DisplayList DisplayCollector::take() {
     DisplayList list = std::move(sink_->sink.list());
     sink_ = std::make_unique<Sink>(source_, options_);

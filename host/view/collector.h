@@ -31,7 +31,10 @@ public:
     // Draws it into the list. Invisible drawables and those on frozen layers leave nothing; blocks that hold
     // themselves are cut off at the second round, nesting at a depth of 64.
     void add(const AcGiDrawable& drawable, AcDbObjectId owner = {});
+    // For what is added from now on.
+    void setView(const ViewFrame& view, double pixelsAcross);
 
+    const DisplayList& list() const; // so far
     // The list as it is; the collector starts anew.
     DisplayList take();
 
@@ -42,6 +45,9 @@ private:
     DisplayOptions options_;
 };
 
+// The options with what they leave to the drawing filled in from its space; a null id stands for the current
+// one.
+DisplayOptions optionsForSpace(AcDbDatabase& database, AcDbObjectId space, DisplayOptions options);
 // The display list of a drawing's space (a block record): its current one for a null id.
 DisplayList displaySpace(AcDbDatabase& database, AcDbObjectId space, DisplayOptions options = {});
 

@@ -69,21 +69,24 @@ double DatabaseSource::linetypeScale() {
 
 bool DatabaseSource::fillMode() { return !database_ || database_->headerInteger("$FILLMODE", 1) != 0; }
 
-namespace {
-
-// A part of the drawing's size, from what its header says of it.
-double curveError(const AcDbDatabase& database) {
-    const double size = database.extmin().distanceTo(database.extmax());
-    return size > 0 && size < 1e18 ? size * 1e-4 : 0.01;
+DisplayOptions optionsForSpace(AcDbDatabase& database, AcDbObjectId space, DisplayOptions options) {
+    if (options.chordError > 0) return options;
+    const auto* record = readable<AcDbBlockTableRecord>(space.isNull() ? database.currentSpaceId() : space);
+    AcDbExtents all;
+    for (std::size_t i = 0; record && i < record->entities().size(); ++i) {
+        const auto* entity = readable<AcDbEntity>(record->entities()[i]);
+        AcDbExtents one;
+        if (entity && entity->getGeomExtents(one) == Acad::eOk) all.addExt(one);
+    }
+    const double size = all.minPoint().distanceTo(all.maxPoint());
+    options.chordError = all.isValid() && size > 0 && size < 1e18 ? size * 1e-4 : 0.01;
+    return options;
 }
-
-} // namespace
 
 DisplayList displaySpace(AcDbDatabase& database, AcDbObjectId space, DisplayOptions options) {
     screen(); // entities draw their blocks through it
     DatabaseSource source(&database);
-    if (!(options.chordError > 0)) options.chordError = curveError(database);
-    DisplayCollector collector(source, std::move(options));
+    DisplayCollector collector(source, optionsForSpace(database, space, std::move(options)));
     const auto* record = readable<AcDbBlockTableRecord>(space.isNull() ? database.currentSpaceId() : space);
     if (!record) return {};
     for (AcDbObjectId id : record->entities())

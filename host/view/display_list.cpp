@@ -7,11 +7,9 @@ namespace {
 using Kind = DisplayPrimitive::Kind;
 
 // Corners of what a text draws, in world coordinates.
-void addText(AcDbExtents2d& box, const DisplayList& list, const DisplayText& text,
-             const AcGeMatrix3d& toDisplay) {
-    const TextExtents size = textMetrics()->measure(list.faces[text.face], 1, text.text);
+void addText(AcDbExtents2d& box, const DisplayText& text, const AcGeMatrix3d& toDisplay) {
     for (int corner = 0; corner < 4; ++corner) {
-        const double x = corner & 1 ? size.high.x : size.low.x, y = corner & 2 ? size.high.y : size.low.y;
+        const double x = corner & 1 ? text.high.x : text.low.x, y = corner & 2 ? text.high.y : text.low.y;
         const AcGePoint3d p = toDisplay * (text.origin + text.right * x + text.up * y);
         box.addPoint({p.x, p.y});
     }
@@ -19,12 +17,15 @@ void addText(AcDbExtents2d& box, const DisplayList& list, const DisplayText& tex
 
 } // namespace
 
-AcDbExtents2d seenExtents(const DisplayList& list, const ViewFrame& view) {
+AcDbExtents2d seenExtents(const DisplayList& list, const ViewFrame& view,
+                          const std::function<bool(std::size_t)>& counts) {
     AcDbExtents2d box;
     const AcGeMatrix3d toDisplay = view.worldToDisplay();
-    for (const DisplayPrimitive& primitive : list.primitives) {
+    for (std::size_t i = 0; i < list.primitives.size(); ++i) {
+        const DisplayPrimitive& primitive = list.primitives[i];
+        if (counts && !counts(i)) continue;
         if (primitive.kind == Kind::text) {
-            addText(box, list, list.texts[primitive.first], toDisplay);
+            addText(box, list.texts[primitive.first], toDisplay);
             continue;
         }
         const bool endless = primitive.kind == Kind::ray || primitive.kind == Kind::xline;

@@ -4,6 +4,7 @@
 
 #include <compare>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <vector>
@@ -40,6 +41,7 @@ struct DisplayText {
     std::uint32_t face = 0; // index into DisplayList::faces
     AcGePoint3d origin;
     AcGeVector3d right, up;
+    AcGePoint2d low{}, high{}; // the box of its letters along the two
 };
 
 struct DisplayPrimitive {
@@ -59,6 +61,18 @@ struct DisplayPrimitive {
     AcDbExtents box; // of the points; for rays of the two that are given
 };
 
+// The contours of a primitive.
+struct DisplayContours {
+    std::span<const AcGePoint3d> points; // of all primitives
+    std::span<const std::uint32_t> ends;
+    std::uint32_t first = 0, count = 0;
+
+    std::span<const AcGePoint3d> operator[](std::uint32_t i) const {
+        const std::uint32_t at = first + i, from = at == 0 ? 0 : ends[at - 1];
+        return points.subspan(from, ends[at] - from);
+    }
+};
+
 struct DisplayList {
     std::vector<AcGePoint3d> points;
     std::vector<std::uint32_t>
@@ -76,10 +90,15 @@ struct DisplayList {
         const std::uint32_t from = index == 0 ? 0 : contourEnds[index - 1];
         return std::span(points).subspan(from, contourEnds[index] - from);
     }
+    DisplayContours contours(const DisplayPrimitive& primitive) const {
+        return {points, contourEnds, primitive.first, primitive.count};
+    }
     const DisplayStyle& styleOf(const DisplayPrimitive& primitive) const { return styles[primitive.style]; }
 };
 
-// The box of all that is finite in display coordinates of the view; an empty one when nothing is.
-AcDbExtents2d seenExtents(const DisplayList& list, const ViewFrame& view);
+// The box of all that is finite in display coordinates of the view, or of the primitives that `counts` says
+// yes to by their number; an empty one when there is none.
+AcDbExtents2d seenExtents(const DisplayList& list, const ViewFrame& view,
+                          const std::function<bool(std::size_t)>& counts = {});
 
 } // namespace host

@@ -192,6 +192,8 @@ void DisplaySink::placeText(const DisplayText& run, const std::vector<PlainLine:
     primitive.box = box;
     list_.extents.addExt(box);
     list_.texts.push_back(run);
+    list_.texts.back().low = size.low;
+    list_.texts.back().high = size.high;
     for (const PlainLine::Mark& mark : marks) {
         const auto width = [&](std::size_t to) {
             return textMetrics()->measure(face, 1, std::wstring_view(run.text).substr(0, to)).advance;
