@@ -6,6 +6,7 @@
 #include "host/ed/dialog_script.h"
 #include "host/ed/interpreter.h"
 #include "host/ent/register.h"
+#include "host/solid/region.h"
 #include "host/view/screen.h"
 
 namespace host {
@@ -15,6 +16,7 @@ void startHost() {
     if (started) return;
     started = true;
     registerEntityClasses();
+    registerSolidClasses();
     static AcEdCommandStack stack;
     acrxSysRegistry()->atPut(ACRX_COMMAND_DOCK, &stack);
     acrxSysRegistry()->atPut(ACRX_DYNAMIC_LINKER, acrxDynamicLinkerPtr());

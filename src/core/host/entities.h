@@ -9,6 +9,7 @@
 #include "host/ent/polyline3d.h"
 #include "host/ent/spline.h"
 #include "host/ent/text.h"
+#include "host/solid/region.h"
 
 namespace corvane::host_door {
 
