@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "scatter/random/loops.h"
+
 namespace corvane::scatter {
 namespace {
 
@@ -40,7 +42,34 @@ std::vector<AcGePoint2d> polygonOf(const AcDbCurve& curve) {
     return points;
 }
 
+PointChain flattened(const AcDbCurve& curve) {
+    PointChain points;
+    double first = 0, last = 0, from = 0, to = 0;
+    if (curve.getStartParam(first) != Acad::eOk || curve.getEndParam(last) != Acad::eOk) return points;
+    curve.getDistAtParam(first, from);
+    curve.getDistAtParam(last, to);
+    const int parts = AcDbLine::cast(&curve) ? 1 : int(std::clamp(std::abs(to - from), 100.0, 1000.0));
+    AcGePoint3d point;
+    for (int i = 0; i <= parts; ++i)
+        if (curve.getPointAtParam(first + (last - first) * i / parts, point) == Acad::eOk)
+            points.push_back(point);
+    return points;
+}
+
+// All loops in one polygon: each comes round to its own start and goes back to the first one's, so that the
+// ways between them are gone there and back. Holes don't count then, and pieces apart do.
+std::vector<AcGePoint2d> polygonOf(const AcDbRegion& region) {
+    std::vector<AcGePoint2d> points;
+    for (const NestedLoop& loop : NestLoops(LoopsOf(region, flattened))) {
+        points.insert(points.end(), loop.points.begin(), loop.points.end());
+        points.push_back(loop.points.front());
+        points.push_back(AcGePoint2d(points.front()));
+    }
+    return points;
+}
+
 std::vector<AcGePoint2d> polygonOf(const AcDbEntity& entity) {
+    if (const auto* region = AcDbRegion::cast(&entity)) return polygonOf(*region);
     if (const auto* polyline = AcDbPolyline::cast(&entity)) return polygonOf(*polyline);
     const auto* curve = AcDbCurve::cast(&entity);
     return curve ? polygonOf(*curve) : std::vector<AcGePoint2d>();
@@ -49,6 +78,7 @@ std::vector<AcGePoint2d> polygonOf(const AcDbEntity& entity) {
 } // namespace
 
 bool IsBoundary(const AcDbEntity& entity) {
+    if (const auto* region = AcDbRegion::cast(&entity)) return !region->isNull();
     const auto* curve = AcDbCurve::cast(&entity);
     return curve && curve->isClosed() &&
            (AcDbPolyline::cast(curve) || AcDbCircle::cast(curve) || AcDbEllipse::cast(curve));

@@ -9,13 +9,14 @@
 #include "core/host/editor.h"
 #include "core/host/entities.h"
 #include "core/selection.h"
+#include "scatter/random/loops.h"
 
 namespace corvane::scatter {
 namespace {
 
 constexpr double kStraight = 1e-6, kSamePlace = 1e-12; // a squared distance
 
-using Outline = std::vector<AcGePoint3d>;
+using Outline = PointChain;
 
 // The length of the steps in which curves are followed: a third of the boundaries' mean size.
 double stepFor(const std::vector<AcDbObjectId>& boundaries) {
@@ -62,7 +63,8 @@ Outline flattened(const AcDbCurve& curve, double step) {
     } else {
         double from = 0, to = 0;
         if (curve.getStartParam(from) != Acad::eOk || curve.getEndParam(to) != Acad::eOk) return outline;
-        addPart(curve, from, to, partsOf(spanOf(curve, from, to), step, 12, 5000), outline);
+        const int parts = AcDbLine::cast(&curve) ? 1 : partsOf(spanOf(curve, from, to), step, 12, 5000);
+        addPart(curve, from, to, parts, outline);
     }
     return outline;
 }
@@ -105,11 +107,57 @@ bool clipBy(AcDbObjectId reference, Outline outline) {
     return done;
 }
 
-// The closed curves as one outline; empty when they have none.
+// The boundary as a region outside the drawing.
+std::unique_ptr<AcDbRegion> regionOf(AcDbObjectId boundary) {
+    AcDbObjectPointer<AcDbEntity> entity(boundary, AcDb::kForRead);
+    if (!entity) return nullptr;
+    if (AcDbRegion::cast(entity.object())) {
+        std::unique_ptr<AcRxObject> copy(entity->clone());
+        return std::unique_ptr<AcDbRegion>(AcDbRegion::cast(copy.release()));
+    }
+    AcDbVoidPtrArray curves, regions;
+    curves.append(entity.object());
+    if (AcDbRegion::createFromCurves(curves, regions) != Acad::eOk) return nullptr;
+    std::vector<std::unique_ptr<AcDbEntity>> owned;
+    for (void* region : regions) owned.emplace_back(static_cast<AcDbEntity*>(region));
+    if (owned.size() != 1) return nullptr;
+    return std::unique_ptr<AcDbRegion>(AcDbRegion::cast(owned[0].release()));
+}
+
+std::unique_ptr<AcDbRegion> unionOf(const std::vector<AcDbObjectId>& boundaries) {
+    std::unique_ptr<AcDbRegion> united;
+    for (const AcDbObjectId id : boundaries) {
+        auto region = regionOf(id);
+        if (!region) return nullptr;
+        if (!united)
+            united = std::move(region);
+        else if (united->booleanOper(AcDb::kBoolUnite, region.get()) != Acad::eOk)
+            return nullptr;
+    }
+    return united;
+}
+
+// What lies round all boundaries; empty when they don't hang together, since a clip has one outline.
 Outline outlineOf(const std::vector<AcDbObjectId>& boundaries, double step) {
-    if (boundaries.size() != 1) return {};
-    AcDbObjectPointer<AcDbCurve> curve(boundaries[0], AcDb::kForRead);
-    return curve ? flattened(*curve, step) : Outline();
+    if (boundaries.size() == 1) {
+        AcDbObjectPointer<AcDbCurve> curve(boundaries[0], AcDb::kForRead);
+        if (curve) return flattened(*curve, step);
+    }
+    const auto united = unionOf(boundaries);
+    if (!united) return {};
+    const auto loops = LoopsOf(*united, [step](const AcDbCurve& curve) {
+        Outline points = flattened(curve, step);
+        AcGePoint3d last;
+        if (curve.getEndPoint(last) == Acad::eOk) points.push_back(last);
+        return points;
+    });
+    Outline outline;
+    for (const NestedLoop& loop : NestLoops(loops)) {
+        if (loop.depth > 0) continue;
+        if (!outline.empty()) return {};
+        outline = loops[loop.loop];
+    }
+    return outline;
 }
 
 } // namespace

@@ -5,7 +5,9 @@
 #include <map>
 
 #include "host/ent/block_clip.h"
+#include "scatter/random/loops.h"
 #include "scatter/random/pattern.h"
+#include "scatter/random/winding.h"
 #include "support/scatters.h"
 
 using namespace corvane;
@@ -187,6 +189,73 @@ TEST(ScatterClip, FollowsTheBoundary) {
     }
     drawing.scatter(kCommand, {ring}, L"C\n9\nN\n50\nN\nN\n");
     EXPECT_TRUE(clipOf(drawing.arrays().back()).empty());
+}
+
+TEST(ScatterClip, FollowsTheOutlineOfBoundariesThatHangTogether) {
+    ScatterDrawing drawing;
+    const AcDbObjectId ring = drawing.addCircle({0, 0, 0}, 10), square = addSquare(drawing, 12);
+    const AcDbObjectId within = drawing.addCircle({2, 2, 0}, 1), apart = drawing.addCircle({100, 0, 0}, 10);
+    drawing.scatter(kCommand, {ring, square, within}, L"C\n3\nN\n200\nN\nY\n");
+    AcGePoint3dArray corners;
+    for (const AcGePoint3d& corner : clipOf(drawing.arrays().back())) {
+        const bool onRing = std::abs(std::hypot(corner.x, corner.y) - 10) < 1e-6;
+        EXPECT_TRUE(onRing ||
+                    (corner.x > -1e-6 && corner.y > -1e-6 && std::max(corner.x, corner.y) > 12 - 1e-6))
+            << corner.x << "," << corner.y;
+        corners.append(corner);
+    }
+    // Of the square, which sticks out of the circle, the corner away from it; and where they cross.
+    for (const AcGePoint3d& expected :
+         {AcGePoint3d(12, 12, 0), AcGePoint3d(0, 10, 0), AcGePoint3d(0, 12, 0)}) {
+        const bool found = std::any_of(corners.begin(), corners.end(), [&](const AcGePoint3d& corner) {
+            return corner.distanceTo(expected) < 1e-6;
+        });
+        EXPECT_TRUE(found) << expected.x << "," << expected.y;
+    }
+    const std::string transcript = drawing.scatter(kCommand, {ring, apart}, L"C\n3\nN\n50\nN\nY\n");
+    EXPECT_THAT(transcript, HasSubstr("剪裁失败或无法创建范围并集轮廓，已保留未剪裁的匿名块。"));
+    EXPECT_TRUE(clipOf(drawing.arrays().back()).empty());
+    EXPECT_EQ(50u, middlesOf(drawing.arrays().back()).size());
+}
+
+TEST(ScatterInRegions, HolesOfRegionsStayFreeAndPartsFill) {
+    ScatterDrawing drawing;
+    const auto discAt = [](double x, double radius) {
+        AcDbVoidPtrArray curves, made;
+        AcDbCircle circle({x, 0, 5}, AcGeVector3d::kZAxis, radius);
+        curves.append(static_cast<AcDbEntity*>(&circle));
+        AcDbRegion::createFromCurves(curves, made);
+        return std::unique_ptr<AcDbRegion>(AcDbRegion::cast(static_cast<AcDbEntity*>(made[0])));
+    };
+    auto ring = discAt(0, 10), hole = discAt(0, 6), island = discAt(50, 10);
+    ASSERT_EQ(Acad::eOk, ring->booleanOper(AcDb::kBoolSubtract, hole.get()));
+    ASSERT_EQ(Acad::eOk, ring->booleanOper(AcDb::kBoolUnite, island.get()));
+    const AcDbObjectId region = drawing.add(std::move(ring));
+    drawing.scatter(kCommand, {region}, L"C\n1\nN\n2000\nN\nN\n");
+    int inRing = 0;
+    for (const AcGePoint3d& p : middlesOf(drawing.array())) {
+        const double r = std::hypot(p.x, p.y);
+        inRing += r < 20;
+        EXPECT_TRUE(r < 20 ? r > 6 - 0.01 && r < 10 : std::hypot(p.x - 50, p.y) < 10) << p.x << "," << p.y;
+        EXPECT_EQ(5, p.z);
+    }
+    EXPECT_NEAR(2000 * 64.0 / 164, inRing, 80);
+}
+
+TEST(ScatterLoops, AreJoinedHoweverTheirPiecesRunAndNestByDepth) {
+    const AcGePoint3d a(0, 0, 0), b(9, 0, 0), c(9, 9, 0), d(0, 9, 0);
+    auto loops = ChainLoops({{a, b}, {d, c}, {d, a}, {b, c}, {{50, 0, 0}, {60, 0, 0}}});
+    ASSERT_EQ(1u, loops.size());
+    EXPECT_EQ(4u, loops[0].size());
+    for (const double inset : {1.0, 2.0})
+        loops.push_back(
+            {{inset, inset, 0}, {inset, 9 - inset, 0}, {9 - inset, 9 - inset, 0}, {9 - inset, inset, 0}});
+    const auto nested = NestLoops(loops);
+    const double areas[] = {81, -49, 25};
+    for (size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(int(i), nested[i].depth);
+        EXPECT_DOUBLE_EQ(areas[i], SignedArea(nested[i].points));
+    }
 }
 
 TEST(ScatterInRegions, OpenCurvesAreNoBoundaries) {
