@@ -72,14 +72,22 @@ private:
     PromptRequest request_;
 };
 
+// Relative answers start from the prompt's base point, where it has one, else from the last point.
+PointFrame frameFrom(const std::optional<AcGePoint3d>& base) {
+    PointFrame frame = pointFrame();
+    if (base) frame.last = *base;
+    return frame;
+}
+
 // Points: picked, or typed in the forms of parsePoint, perhaps behind an object snap's name.
 class PointReader {
 public:
+    explicit PointReader(const std::optional<AcGePoint3d>& base) : base_(base) {}
     Step operator()(const PromptReply& reply, AcGePoint3d& result) {
         AcGePoint3d point = reply.point;
         if (reply.kind == PromptReply::Kind::text) {
             if (const int bit = objectSnapBit(reply.text)) return snap_ = bit, Step::told;
-            const auto typed = parsePoint(reply.text, pointFrame());
+            const auto typed = parsePoint(reply.text, frameFrom(base_));
             if (!typed) return Step::again;
             point = typed->world ? worldToUcs(typed->point) : typed->point;
         }
@@ -96,12 +104,13 @@ public:
     }
 
 private:
+    std::optional<AcGePoint3d> base_;
     int snap_ = 0;
 };
 
 int askPoint(Kind kind, const ads_point base, const ACHAR* text, ads_point result) {
     Prompt prompt(kind, text, base);
-    PointReader read;
+    PointReader read(prompt.base());
     AcGePoint3d point;
     const int status = prompt.run(L"\nA point is needed, such as 10,20 or @5<45.",
                                   [&](const PromptReply& reply) { return read(reply, point); });
@@ -137,7 +146,7 @@ int askMeasure(Kind kind, const ads_point base, const ACHAR* text, ads_real* res
                std::optional<double> (*parse)(const std::wstring&),
                double (*measure)(const AcGePoint3d&, const AcGePoint3d&)) {
     Prompt prompt(kind, text, base);
-    PointReader read;
+    PointReader read(prompt.base());
     std::optional<AcGePoint3d> from = prompt.base();
     return prompt.run(otherwise, [&](const PromptReply& reply) {
         std::optional<double> value =
@@ -167,7 +176,7 @@ double angleBetween(const AcGePoint3d& a, const AcGePoint3d& b) {
 }
 
 // Cursor moves, held and pressed keys that scripts put between answers.
-bool betweenAnswers(const PromptReply& reply) {
+bool betweenAnswers(const PromptReply& reply, const std::optional<AcGePoint3d>& base) {
     if (reply.kind != PromptReply::Kind::text) return false;
     const std::wstring text = lower(reply.text);
     if (text.starts_with(L"press ")) {
@@ -186,8 +195,8 @@ bool betweenAnswers(const PromptReply& reply) {
         return true;
     }
     if (!text.starts_with(L"move ")) return false;
-    if (const auto point = parsePoint(text.substr(5), pointFrame()))
-        cursorMoved(ucsToWorld(point->point));
+    if (const auto point = parsePoint(text.substr(5), frameFrom(base)))
+        cursorMoved(point->world ? point->point : ucsToWorld(point->point));
     else
         printLine(L"\nA point is needed behind move, such as move 10,20.");
     return true;
@@ -226,7 +235,7 @@ PromptReply askFrontEnd(const PromptRequest& request) {
                 printLine(L"\nUnknown command \"" + reply.text + L"\".");
             continue;
         }
-        if (request.pointing() && betweenAnswers(reply)) continue;
+        if (request.pointing() && betweenAnswers(reply, request.base)) continue;
         return reply;
     }
 }

@@ -158,7 +158,7 @@ TEST(Prompts, CursorMovesAndHeldKeysDoNotAnswer) {
     EXPECT_FALSE(host::heldKeys().ctrl);
 }
 
-TEST(Prompts, RelativePointsGoFromTheLastOne) {
+TEST(Prompts, RelativePointsGoFromTheBaseElseFromTheLastOne) {
     Bench bench;
     ads_point point{};
     bench.answer(L"10,10 @5,0\n", [&] {
@@ -166,6 +166,12 @@ TEST(Prompts, RelativePointsGoFromTheLastOne) {
         EXPECT_EQ(RTNORM, acedGetPoint(nullptr, L"", point));
     });
     EXPECT_TRUE(near({point[X], point[Y], point[Z]}, {15, 10, 0}));
+    bench.answer(L"10,10 @5,0\n", [&] {
+        const ads_point base{100, 0, 0};
+        acedGetPoint(nullptr, L"", point);
+        acedGetPoint(base, L"", point);
+    });
+    EXPECT_TRUE(near({point[X], point[Y], point[Z]}, {105, 0, 0}));
 }
 
 TEST(Prompts, OtherInputComesAsTyped) {
