@@ -177,7 +177,6 @@ CageOutcome RunCageLoop(Cage& cage) {
         if (!ControlPointPrompt(session).ask()) break;
     }
     session.clearSelection();
-    acedRedraw(nullptr, 0);
     return {session.deformed};
 }
 

@@ -5,6 +5,11 @@
 
 namespace corvane::deform {
 
+CageSession::~CageSession() {
+    graphics.DropLatticeGraphics();
+    acedRedraw(nullptr, 0);
+}
+
 void CageSession::select(std::vector<int> indices) {
     for (int i = 0; i < cage.size(); ++i) cage.point(i).selectionState = ControlPoint::kPlain;
     selection_ = std::move(indices);

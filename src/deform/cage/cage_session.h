@@ -11,6 +11,10 @@ namespace corvane::deform {
 class CageSession {
 public:
     explicit CageSession(Cage& onCage) : cage(onCage), graphics(onCage), view(graphics) {}
+    // However the run ends, nothing of it stays on the screen.
+    ~CageSession();
+    CageSession(const CageSession&) = delete;
+    CageSession& operator=(const CageSession&) = delete;
 
     Cage& cage;
     CageGraphics graphics;
