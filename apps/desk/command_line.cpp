@@ -160,6 +160,7 @@ bool CommandLine::key(QKeyEvent* event) {
     case Qt::Key_Enter: return submit(), true;
     case Qt::Key_Escape:
         input_->clear();
+        recalled_ = history_.size();
         offer();
         if (onEscape) onEscape();
         return true;

@@ -174,8 +174,10 @@ void Desk::exportPicture(const QString& path) {
 // -- keeping the window in step ------------------------------------------------------------------------
 
 void Desk::showState() {
-    if (frontEnd_.idle()) drawings_.dropUnused();
-    if (copiesDue_ && host::runningCommands() == 0) keepCopies();
+    if (host::runningCommands() == 0) {
+        drawings_.dropUnused();
+        if (copiesDue_) keepCopies();
+    }
     followLanguage();
     const std::vector<TabLook> tabs = drawings_.tabs();
     const int current = drawings_.current();

