@@ -36,7 +36,10 @@ Desk::Desk()
     frontEnd_.onPrompt = [this] { showState(); };
     frontEnd_.onSelection = [this] { showSelection(); };
     dialogs_.onActed = [this] { followLanguage(); };
-    drawings_.onClosing = [this](AcDbDatabase* database) { autosave_.forget(database); };
+    drawings_.onClosing = [this](AcDbDatabase* database) {
+        autosave_.forget(database);
+        window_.canvas().forget(database);
+    };
     QObject::connect(&autosaveTimer_, &QTimer::timeout, &window_, [this] {
         copiesDue_ = true;
         if (frontEnd_.idle()) keepCopies();

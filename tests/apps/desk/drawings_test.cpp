@@ -46,6 +46,16 @@ TEST_F(DrawingsTest, EachTabHasItsOwnDrawingSelectionAndTitle) {
     EXPECT_TRUE(title.startsWith("Drawing1.dxf")) << title.toStdString();
 }
 
+TEST_F(DrawingsTest, EachDrawingComesBackInTheViewItWasLeftIn) {
+    double left = 0, other = 0, back = 0;
+    play({type("LINE 0,0 50,40 "), type("ZOOM W 3,3 5,5"), [&] { left = canvas().map().view().height; },
+          trigger("new"), type("LINE 0,0 900,900 "), trigger("zoomExtents"),
+          [&] { other = canvas().map().view().height; }, clickTab(0), pause(),
+          [&] { back = canvas().map().view().height; }});
+    EXPECT_DOUBLE_EQ(back, left);
+    EXPECT_GT(other, left);
+}
+
 // A command that runs when a tab is clicked is cancelled in its own drawing.
 TEST_F(DrawingsTest, ATabClickedAmidACommandCancelsIt) {
     size_t first = 9, second = 9;
