@@ -11,7 +11,7 @@ namespace {
 
 constexpr Adesk::UInt16 kLit = 2, kGrey = 253;
 constexpr double kHead = 0.15, kHeadWidth = 0.05; // of arrows and cubes, as parts of the size
-constexpr double kCentreMark = 0.06, kLetter = 0.055;
+constexpr double kCentreMark = 0.06, kLetter = 0.14;
 constexpr int kRingSteps = 72, kSectorSteps = 72, kHatch = 8;
 
 Adesk::UInt16 axisColor(int axis) { return Adesk::UInt16(axis == 0 ? 1 : axis == 1 ? 3 : 5); }
