@@ -12,7 +12,7 @@
 #include <GeomConvert.hxx>
 #include <Geom_BSplineCurve.hxx>
 #include <Geom_TrimmedCurve.hxx>
-#include <ShapeFix_Shape.hxx>
+#include <Precision.hxx>
 #include <ShapeUpgrade_UnifySameDomain.hxx>
 #include <Standard_Failure.hxx>
 #include <TopExp_Explorer.hxx>
@@ -24,7 +24,8 @@
 #include <gp_Pln.hxx>
 
 #include <algorithm>
-#include <cmath>
+
+#include "host/solid/face_polygons.h"
 
 namespace host {
 namespace {
@@ -73,6 +74,7 @@ TopoDS_Edge edgeOf(const CurvePath& path) {
 TopoDS_Wire wireOf(const FaceLoop& loop) {
     BRepBuilderAPI_MakeWire wire;
     for (const FaceEdge& edge : loop) {
+        if (edge.path.length() <= Precision::Confusion()) continue; // its ends are one vertex
         const TopoDS_Edge made = edgeOf(edge.path);
         wire.Add(edge.reversed ? TopoDS::Edge(made.Reversed()) : made);
     }
@@ -102,9 +104,7 @@ TopoDS_Shape shapeOf(const PlanarFaces& faces) {
     TopoDS_Builder builder;
     builder.MakeCompound(all);
     for (const PlanarFace& face : faces) builder.Add(all, faceOfLoops(face));
-    ShapeFix_Shape mended(all); // gives vertices that meet one tolerance
-    mended.Perform();
-    return mended.Shape();
+    return all;
 }
 
 // -- and back -----------------------------------------------------------------------------------------
@@ -172,6 +172,7 @@ std::optional<PlanarFaces> combineFaces(const PlanarFaces& first, const PlanarFa
     const bool unite = operation == AcDb::kBoolUnite;
     if (second.empty()) return operation == AcDb::kBoolIntersect ? PlanarFaces() : first;
     if (first.empty()) return unite ? second : PlanarFaces();
+    if (isStraight(first) && isStraight(second)) return combinePolygons(first, second, operation);
     try {
         const TopoDS_Shape shape = combined(shapeOf(first), shapeOf(second), operation);
         if (shape.IsNull()) return std::nullopt;

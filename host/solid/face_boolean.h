@@ -1,4 +1,5 @@
-// Union, intersection and difference of plane faces, by the solid modeller.
+// Union, intersection and difference of plane faces: by the solid modeller, or as polygons (face_polygons.h)
+// where all edges are straight.
 #pragma once
 #include "host/db/adesk.h"
 #include "host/solid/planar_faces.h"

@@ -107,57 +107,64 @@ bool clipBy(AcDbObjectId reference, Outline outline) {
     return done;
 }
 
-// The boundary as a region outside the drawing.
-std::unique_ptr<AcDbRegion> regionOf(AcDbObjectId boundary) {
+// Regions of the loops, straight between their points.
+std::vector<std::unique_ptr<AcDbRegion>> regionsOf(const std::vector<Outline>& loops) {
+    std::vector<std::unique_ptr<AcDbRegion>> regions;
+    for (const Outline& loop : loops) {
+        AcDb3dPolyline ring(AcDb::k3dSimplePoly, AcGePoint3dArray(loop), true);
+        AcDbVoidPtrArray curves, made;
+        curves.append(static_cast<AcDbEntity*>(&ring));
+        AcDbRegion::createFromCurves(curves, made);
+        for (void* region : made) regions.emplace_back(AcDbRegion::cast(static_cast<AcDbEntity*>(region)));
+    }
+    return regions;
+}
+
+// The outer loops of a boundary.
+std::vector<Outline> outlinesOf(AcDbObjectId boundary, double step) {
     AcDbObjectPointer<AcDbEntity> entity(boundary, AcDb::kForRead);
-    if (!entity) return nullptr;
-    if (AcDbRegion::cast(entity.object())) {
-        std::unique_ptr<AcRxObject> copy(entity->clone());
-        return std::unique_ptr<AcDbRegion>(AcDbRegion::cast(copy.release()));
-    }
-    AcDbVoidPtrArray curves, regions;
-    curves.append(entity.object());
-    if (AcDbRegion::createFromCurves(curves, regions) != Acad::eOk) return nullptr;
-    std::vector<std::unique_ptr<AcDbEntity>> owned;
-    for (void* region : regions) owned.emplace_back(static_cast<AcDbEntity*>(region));
-    if (owned.size() != 1) return nullptr;
-    return std::unique_ptr<AcDbRegion>(AcDbRegion::cast(owned[0].release()));
-}
-
-std::unique_ptr<AcDbRegion> unionOf(const std::vector<AcDbObjectId>& boundaries) {
-    std::unique_ptr<AcDbRegion> united;
-    for (const AcDbObjectId id : boundaries) {
-        auto region = regionOf(id);
-        if (!region) return nullptr;
-        if (!united)
-            united = std::move(region);
-        else if (united->booleanOper(AcDb::kBoolUnite, region.get()) != Acad::eOk)
-            return nullptr;
-    }
-    return united;
-}
-
-// What lies round all boundaries; empty when they don't hang together, since a clip has one outline.
-Outline outlineOf(const std::vector<AcDbObjectId>& boundaries, double step) {
-    if (boundaries.size() == 1) {
-        AcDbObjectPointer<AcDbCurve> curve(boundaries[0], AcDb::kForRead);
-        if (curve) return flattened(*curve, step);
-    }
-    const auto united = unionOf(boundaries);
-    if (!united) return {};
-    const auto loops = LoopsOf(*united, [step](const AcDbCurve& curve) {
+    if (!entity) return {};
+    if (const auto* curve = AcDbCurve::cast(entity.object())) return {flattened(*curve, step)};
+    const auto* region = AcDbRegion::cast(entity.object());
+    if (!region) return {};
+    const auto loops = LoopsOf(*region, [step](const AcDbCurve& curve) {
         Outline points = flattened(curve, step);
         AcGePoint3d last;
         if (curve.getEndPoint(last) == Acad::eOk) points.push_back(last);
         return points;
     });
+    std::vector<Outline> outer;
+    for (const NestedLoop& loop : NestLoops(loops))
+        if (loop.depth == 0) outer.push_back(loops[loop.loop]);
+    return outer;
+}
+
+// What lies round all loops; empty when they don't hang together, since a clip has one outline.
+Outline unionOf(const std::vector<Outline>& loops) {
+    const auto regions = regionsOf(loops);
+    if (regions.size() != loops.size() || regions.empty()) return {};
+    for (size_t i = 1; i < regions.size(); ++i)
+        if (regions[0]->booleanOper(AcDb::kBoolUnite, regions[i].get()) != Acad::eOk) return {};
+    const auto parts = LoopsOf(*regions[0], [](const AcDbCurve& line) {
+        Outline ends(2);
+        line.getStartPoint(ends[0]);
+        line.getEndPoint(ends[1]);
+        return ends;
+    });
     Outline outline;
-    for (const NestedLoop& loop : NestLoops(loops)) {
+    for (const NestedLoop& loop : NestLoops(parts)) {
         if (loop.depth > 0) continue;
         if (!outline.empty()) return {};
-        outline = loops[loop.loop];
+        outline = parts[loop.loop];
     }
     return outline;
+}
+
+Outline outlineOf(const std::vector<AcDbObjectId>& boundaries, double step) {
+    std::vector<Outline> loops;
+    for (const AcDbObjectId id : boundaries)
+        for (Outline& outline : outlinesOf(id, step)) loops.push_back(std::move(outline));
+    return loops.size() == 1 ? loops[0] : unionOf(loops);
 }
 
 } // namespace

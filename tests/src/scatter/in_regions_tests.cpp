@@ -198,7 +198,9 @@ TEST(ScatterClip, FollowsTheOutlineOfBoundariesThatHangTogether) {
     drawing.scatter(kCommand, {ring, square, within}, L"C\n3\nN\n200\nN\nY\n");
     AcGePoint3dArray corners;
     for (const AcGePoint3d& corner : clipOf(drawing.arrays().back())) {
-        const bool onRing = std::abs(std::hypot(corner.x, corner.y) - 10) < 1e-6;
+        const double r = std::hypot(corner.x, corner.y);
+        const bool onRing =
+            r < 10 + 1e-6 && r > 10 * std::cos(std::acos(-1.0) / 17) - 1e-6; // or a chord of it
         EXPECT_TRUE(onRing ||
                     (corner.x > -1e-6 && corner.y > -1e-6 && std::max(corner.x, corner.y) > 12 - 1e-6))
             << corner.x << "," << corner.y;
@@ -208,7 +210,7 @@ TEST(ScatterClip, FollowsTheOutlineOfBoundariesThatHangTogether) {
     for (const AcGePoint3d& expected :
          {AcGePoint3d(12, 12, 0), AcGePoint3d(0, 10, 0), AcGePoint3d(0, 12, 0)}) {
         const bool found = std::any_of(corners.begin(), corners.end(), [&](const AcGePoint3d& corner) {
-            return corner.distanceTo(expected) < 1e-6;
+            return corner.distanceTo(expected) < 0.2;
         });
         EXPECT_TRUE(found) << expected.x << "," << expected.y;
     }
