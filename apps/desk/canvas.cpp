@@ -6,20 +6,24 @@
 #include <QPainter>
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "apps/desk/drawing_aids.h"
+#include "apps/desk/ground.h"
 #include "apps/desk/view_state.h"
 #include "host/ed/document.h"
 #include "host/ed/prompting.h"
 #include "host/ed/sysvars.h"
+#include "host/view/screen.h"
 
 namespace desk {
 namespace {
 
-constexpr double kMargin = 0.03; // round everything
-constexpr double kSlow = 30;     // milliseconds: pictures that take longer are made later
-constexpr int kRest = 90;        // milliseconds without a change of the view
-constexpr double kWhole = 1e-3;  // pixels: moves that are this near to whole ones are
+constexpr double kMargin = 0.03;     // round everything
+constexpr double kSlow = 30;         // milliseconds: pictures that take longer are made later
+constexpr int kRest = 90;            // milliseconds without a change of the view
+constexpr size_t kFewForView = 1000; // entities that are drawn anew with each step of the view
+constexpr double kWhole = 1e-3;      // pixels: moves that are this near to whole ones are
 
 } // namespace
 
@@ -32,6 +36,7 @@ Canvas::Canvas(QWidget* parent) : QWidget(parent) {
     settle_.setSingleShot(true);
     settle_.setInterval(kRest);
     QObject::connect(&settle_, &QTimer::timeout, this, [this] {
+        drawForView();
         state_ = State::stale;
         cost_ = 0;
         update();
@@ -44,6 +49,7 @@ Canvas::Canvas(QWidget* parent) : QWidget(parent) {
         const std::optional<QString> note = switchAid(key);
         if (!note) return false;
         if (onNote) onNote(*note);
+        state_ = State::stale;
         keys_.onHeld();
         return true;
     };
@@ -76,7 +82,9 @@ void Canvas::followDrawing() {
     AcDbDatabase* database = curDoc() ? curDoc()->database() : nullptr;
     if (database != watch_.database()) selected_.clear();
     watch_.follow(database);
-    const DrawingWatch::Changes changes = watch_.take();
+    DrawingWatch::Changes changes = watch_.take();
+    const std::vector<AcDbObjectId> asked = host::screen().takeRedrawn();
+    changes.entities.insert(changes.entities.end(), asked.begin(), asked.end());
     if (!changes.any()) return;
     bool anew = true;
     if (!database)
@@ -91,17 +99,29 @@ void Canvas::followDrawing() {
     state_ = State::stale;
 }
 
+// The grid may have been switched, and the axes it lies in turned.
 void Canvas::followView() {
     const ScreenMap now(storedView(), size());
-    if (!now.sameSide(map_) || now.view().height != map_.view().height ||
+    const bool hadGrid = std::exchange(gridded_, gridShows());
+    if (hadGrid || gridded_ || !now.sameSide(map_) || now.view().height != map_.view().height ||
         now.view().center != map_.view().center)
         state_ = State::stale;
     map_ = now;
 }
 
+// Marks of points, for one, keep their size on the screen. Many of them are made anew when the view has come
+// to rest.
+void Canvas::drawForView() {
+    if (scene_.viewed().empty() || !watch_.database()) return;
+    if (scene_.update(*watch_.database(), map_, scene_.viewed())) texts_.clear();
+    state_ = State::stale;
+}
+
 void Canvas::setView(const host::ViewFrame& view) {
+    const bool onlyMoved = view.height == map_.view().height && view.direction == map_.view().direction;
     map_ = ScreenMap(view, size());
     storeView(map_.view());
+    if (!onlyMoved && scene_.viewed().size() <= kFewForView) drawForView();
     // A picture that takes long is moved and scaled until the view has come to rest.
     if (state_ == State::fine && shiftPicture()) {
         settle_.start();
@@ -155,6 +175,7 @@ void Canvas::makePicture() {
     if (picture_.size() != size() * ratio) picture_ = QImage(size() * ratio, QImage::Format_RGB32);
     picture_.setDevicePixelRatio(ratio);
     picture_.fill(groundColor(dark_));
+    if (gridShows()) paintGrid(picture_, map_, dark_);
     paintScene(picture_, scene_, map_, look(), texts_, picture_.rect());
     pictured_ = map_;
     cost_ = double(clock.nsecsElapsed()) / 1e6;
@@ -166,7 +187,7 @@ void Canvas::makePicture() {
 bool Canvas::shiftPicture() {
     const qreal ratio = picture_.devicePixelRatio();
     if (!map_.sameSide(pictured_) || map_.view().height != pictured_.view().height ||
-        map_.pixels() != pictured_.pixels() || picture_.size() != size() * ratio)
+        map_.pixels() != pictured_.pixels() || picture_.size() != size() * ratio || gridShows())
         return false;
     const QPointF moved = map_.fromDisplay(pictured_.toDisplay({0, 0})) * ratio;
     const QPoint by = moved.toPoint();
@@ -209,6 +230,7 @@ void Canvas::paintEvent(QPaintEvent*) {
     if (state_ == State::stale) makePicture();
     QPainter painter(this);
     showPicture(painter);
+    paintAxes(painter, map_, dark_);
     paintGrips(painter);
     paintRubber(painter);
     paintSnap(painter);

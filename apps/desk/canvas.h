@@ -29,6 +29,7 @@ public:
         std::optional<AcGePoint3d> base; // of the rubber band; world
         bool corner = false;             // the rubber band is a rectangle
         bool grips = false;              // what is selected can be taken by its grips
+        int snaps = 0;                   // the object snap that is asked for this time, instead of OSMODE's
     };
     void want(const Want& want);
 
@@ -54,6 +55,11 @@ public:
     void setSelected(std::vector<AcDbObjectId> entities);
     // Lets go of a grip in hand, or gives up a window begun; false when there was neither.
     bool letGo();
+    // Where the grip in hand was taken, world coordinates; nothing when there is none.
+    std::optional<AcGePoint3d> gripInHand() const {
+        return grips_.hot() ? std::optional(grips_.base()) : std::nullopt;
+    }
+    void moveGrip(const AcGePoint3d& to); // and lets go of it
     const ScreenMap& map() const { return map_; }
     // The world point of the user's plane under a pixel.
     AcGePoint3d pointAt(const QPointF& pixel) const;
@@ -76,6 +82,7 @@ private:
     // canvas.cpp: the picture
     void followDrawing();
     void followView();
+    void drawForView();
     void setView(const host::ViewFrame& view);
     void tellSize();
     void makePicture();
@@ -92,7 +99,6 @@ private:
     void pressMiddle(QMouseEvent* event);
     void finishWindow(const QPointF& at, bool shift);
     bool takeGrip(const QPointF& at);
-    void finishGrip();
     std::optional<size_t> gripAt(const QPointF& at) const;
     bool wantsPlaces() const;
     std::optional<AcGePoint3d> rubberBase() const;
@@ -121,15 +127,15 @@ private:
     bool overlayStale_ = true;
     QTimer settle_;   // makes the picture again when the view has come to rest
     double cost_ = 0; // milliseconds that the last picture took
-    bool dark_ = true;
+    bool dark_ = true, gridded_ = false;
     std::set<const AcDbDatabase*> seen_; // drawings whose view was made to show everything once
 
     Want want_;
     std::vector<AcDbObjectId> selected_;
     Grips grips_;
-    host::DisplayList dragged_; // what hangs on the grip in hand
-    std::optional<QPointF> cursor_, window_,
-        pressed_; // window_: its first corner; pressed_: where the grip was
+    host::DisplayList dragged_;               // what hangs on the grip in hand
+    std::optional<QPointF> cursor_, pressed_; // pressed_: where the grip in hand was taken
+    std::optional<AcGePoint2d> window_;       // its first corner, display coordinates
     enum class Hold { nothing, pan, orbit } hold_ = Hold::nothing;
     QPointF held_; // where the hand that moves the view was last
     AcGePoint3d pivot_;

@@ -42,7 +42,8 @@ std::optional<AcGePoint3d> Canvas::rubberBase() const {
 
 void Canvas::findSnap() {
     snap_.reset();
-    const int modes = wantsPlaces() && cursor_ ? snapModes() : 0;
+    const int wanted = want_.snaps ? want_.snaps : snapModes();
+    const int modes = wantsPlaces() && cursor_ ? wanted : 0;
     if (!modes || hold_ != Hold::nothing) return;
     const QPointF reach(kSnapRadius, kSnapRadius);
     const auto near = scene_.ownersWithin(map_.covered(QRectF(*cursor_ - reach, *cursor_ + reach)), map_);
@@ -128,8 +129,7 @@ bool Canvas::takeGrip(const QPointF& at) {
     return true;
 }
 
-void Canvas::finishGrip() {
-    const AcGePoint3d to = aimed_;
+void Canvas::moveGrip(const AcGePoint3d& to) {
     const Grips held = grips_;
     letGo();
     if (onGrip && to != held.base()) onGrip([held, to] { held.move(to); });
@@ -152,19 +152,19 @@ bool Canvas::letGo() {
 void Canvas::pressLeft(QMouseEvent* event) {
     const QPointF at = event->position();
     const bool shift = event->modifiers() & Qt::ShiftModifier;
-    if (grips_.hot()) return finishGrip();
+    if (grips_.hot()) return moveGrip(AcGePoint3d(aimed_));
     if (window_) return finishWindow(at, shift);
     if (want_.kind == Want::Kind::point && onPoint) return onPoint(aimed_);
     if (want_.kind == Want::Kind::nothing || (!shift && takeGrip(at))) return;
     const AcDbObjectId hit = entityUnder(scene_, map_, at, kPickRadius);
     if (hit.isNull() && want_.kind == Want::Kind::objects)
-        window_ = at;
+        window_ = map_.toDisplay(at);
     else if (onEntity)
         onEntity(hit, pointAt(at), shift);
 }
 
 void Canvas::finishWindow(const QPointF& at, bool shift) {
-    const QPointF from = *window_;
+    const QPointF from = map_.fromDisplay(*window_);
     window_.reset();
     if (onWindow) onWindow(pointAt(from), pointAt(at), at.x() < from.x(), shift);
 }
@@ -196,13 +196,13 @@ void Canvas::mouseReleaseEvent(QMouseEvent* event) {
         setCursor(Qt::BlankCursor);
     }
     const QPointF at = event->position();
-    const auto draggedFrom = [&](const std::optional<QPointF>& from) {
-        return event->button() == Qt::LeftButton && from && (at - *from).manhattanLength() > kDragged;
+    const auto draggedFrom = [&](const QPointF& from) {
+        return event->button() == Qt::LeftButton && (at - from).manhattanLength() > kDragged;
     };
-    if (grips_.hot() && draggedFrom(pressed_)) {
+    if (grips_.hot() && pressed_ && draggedFrom(*pressed_)) {
         moveCursor(at);
-        finishGrip();
-    } else if (draggedFrom(window_)) {
+        moveGrip(AcGePoint3d(aimed_));
+    } else if (window_ && draggedFrom(map_.fromDisplay(*window_))) {
         finishWindow(at, event->modifiers() & Qt::ShiftModifier);
     }
     update();

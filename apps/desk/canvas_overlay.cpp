@@ -114,10 +114,11 @@ void Canvas::paintRubber(QPainter& painter) {
     const std::optional<AcGePoint3d> base = rubberBase();
     painter.setRenderHint(QPainter::Antialiasing);
     if (window_) {
-        const bool crossing = cursor_->x() < window_->x();
+        const QPointF from = map_.fromDisplay(*window_);
+        const bool crossing = cursor_->x() < from.x();
         painter.setPen(QPen(ink, 1, crossing ? Qt::DashLine : Qt::SolidLine));
         painter.setBrush(crossing ? kTouched : kInside);
-        painter.drawRect(QRectF(*window_, *cursor_).normalized());
+        painter.drawRect(QRectF(from, *cursor_).normalized());
     } else if (base) {
         const QPointF from = screen(*base), to = screen(aimed_);
         painter.setPen(QPen(ink, 1, Qt::DashLine));

@@ -13,6 +13,7 @@
 
 #include "apps/desk/candidates.h"
 #include "apps/desk/qt_text.h"
+#include "host/ed/answers.h"
 #include "host/ed/editor.h"
 #include "host/ed/interpreter.h"
 #include "host/ed/prompting.h"
@@ -177,6 +178,7 @@ void DeskFrontEnd::showOnCanvas(const PromptRequest& request) {
     if (request.base) want.base = host::ucsToWorld(*request.base);
     want.corner = request.kind == Kind::corner;
     want.grips = request.kind == Kind::command;
+    want.snaps = snapAsked_;
     canvas_.want(want);
 }
 
@@ -221,6 +223,7 @@ PromptReply DeskFrontEnd::fromPending() {
                                                  ? pending_->nextAction()
                                                  : pending_->next(asked_.blanksEnd, asked_.pointing());
     PromptReply reply = typed.escape ? cancelReply() : textReply(typed.text);
+    snapAsked_ = takesPoints(asked_.kind) ? host::objectSnapBit(reply.text) : 0;
     if (asked_.kind == Kind::command && !typed.escape) {
         commandRan_ = true;
         feed_ = selected_;
@@ -260,11 +263,13 @@ PromptReply DeskFrontEnd::fileReply(const PromptRequest& request) {
 void DeskFrontEnd::answer(PromptReply reply) {
     if (!waiting()) return;
     reply_ = std::move(reply);
+    snapAsked_ = 0;
     loop_->quit();
 }
 
 // Lines that come while a command works, or before the loop has ended, wait for the prompts that follow.
 void DeskFrontEnd::typeLine(const std::wstring& line) {
+    if (canvas_.gripInHand() && moveGripTo(line)) return;
     host::ScriptReader reader(line + L"\n");
     if (reader.atEnd()) return; // a comment
     if (!waiting()) return ahead_.push_back(std::move(reader));
@@ -326,6 +331,16 @@ void DeskFrontEnd::pickWindow(const AcGePoint3d& from, const AcGePoint3d& to, bo
         first = textReply(L"_R");
     }
     answer(first);
+}
+
+// A point that is typed while a grip is in the hand; "@" starts at the place where it was taken.
+bool DeskFrontEnd::moveGripTo(const std::wstring& text) {
+    host::PointFrame frame = host::pointFrame();
+    frame.last = host::worldToUcs(*canvas_.gripInHand());
+    const auto typed = host::parsePoint(text, frame);
+    if (!typed) return false;
+    canvas_.moveGrip(typed->world ? typed->point : host::ucsToWorld(typed->point));
+    return true;
 }
 
 // One step of the undo log, though no command has been typed.

@@ -65,6 +65,7 @@ private:
     void echo(const host::PromptReply& reply);
     void pickEntity(AcDbObjectId entity, const AcGePoint3d& world, bool shift);
     void pickWindow(const AcGePoint3d& from, const AcGePoint3d& to, bool crossing, bool shift);
+    bool moveGripTo(const std::wstring& text);
     void moveGrip(const std::function<void()>& move);
     void select(const std::vector<AcDbObjectId>& entities, bool shift);
     void showPicked(std::vector<AcDbObjectId> picked);
@@ -88,6 +89,7 @@ private:
     bool commandRan_ = false;
     std::unique_ptr<QProgressDialog> progress_;
     QElapsedTimer working_;
+    int snapAsked_ = 0; // the object snap that was typed, for the point that follows
     bool closing_ = false, stopAsked_ = false;
 };
 

@@ -42,6 +42,11 @@ std::optional<QString> switchAid(int key) {
         setQuietly(L"OSMODE", modes);
         return modes & kSnapsOff ? "<Osnap off>" : "<Osnap on>";
     }
+    if (key == Qt::Key_F7) {
+        const bool on = numberOf(L"GRIDMODE") == 0;
+        setQuietly(L"GRIDMODE", on);
+        return on ? "<Grid on>" : "<Grid off>";
+    }
     if (key == Qt::Key_F8) {
         const bool on = numberOf(L"ORTHOMODE") == 0;
         setQuietly(L"ORTHOMODE", on);

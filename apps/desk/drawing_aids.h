@@ -1,4 +1,4 @@
-// What steers the hand: drawing along the axes, and the keys that switch it and object snaps.
+// What steers the hand: drawing along the axes, and the keys that switch it, object snaps and the grid.
 #pragma once
 #include <QString>
 #include <optional>
@@ -13,8 +13,8 @@ bool orthoHolds(bool shift);
 // coordinates.
 AcGePoint3d alongAxis(const AcGePoint3d& base, const AcGePoint3d& point);
 
-// F3 (object snaps) or F8 (along the axes): switches, and gives what to tell the user; nothing for other
-// keys.
+// F3 (object snaps), F7 (grid) or F8 (along the axes): switches, and gives what to tell the user; nothing for
+// other keys.
 std::optional<QString> switchAid(int key);
 
 } // namespace desk

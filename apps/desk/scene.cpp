@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 #include "host/view/readable.h"
 #include "host/view/screen.h"
@@ -105,7 +106,8 @@ void Scene::draw(AcDbObjectId id) {
     forget(part.range);
     part.range.first = std::uint32_t(list().primitives.size());
     if (const auto* entity = host::readable<AcDbEntity>(id)) {
-        collector_->add(*entity, id);
+        const bool viewMatters = collector_->add(*entity, id);
+        if (viewMatters && !std::exchange(part.viewed, true)) viewed_.push_back(id);
         ranks_.push_back(part.rank);
     }
     part.range.end = std::uint32_t(list().primitives.size());

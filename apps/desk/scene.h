@@ -48,6 +48,8 @@ public:
     std::vector<AcDbObjectId> ownersWithin(const AcDbExtents2d& box, const ScreenMap& map);
     // Empty for what isn't shown.
     PrimitiveRange of(AcDbObjectId owner) const;
+    // The entities that look different in each view, as they were drawn for the view of their last drawing.
+    const std::vector<AcDbObjectId>& viewed() const { return viewed_; }
     // Of all that is shown, in display coordinates of the view.
     AcDbExtents2d extents(const host::ViewFrame& view) const;
 
@@ -55,6 +57,7 @@ private:
     struct Part {
         PrimitiveRange range;
         std::uint32_t rank = 0; // place in drawing order
+        bool viewed = false;    // looks different in each view
     };
     void draw(AcDbObjectId id);
     void forget(PrimitiveRange range);
@@ -68,6 +71,7 @@ private:
     std::unique_ptr<host::DatabaseSource> source_;
     std::unique_ptr<host::DisplayCollector> collector_;
     CoarseShapes coarse_;
+    std::vector<AcDbObjectId> viewed_;
     std::vector<AcDbObjectId>
         order_; // the space's entities as they were drawn; each one's rank is its place here
     std::unordered_map<AcDbObjectId, Part> parts_;

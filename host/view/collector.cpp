@@ -204,12 +204,15 @@ public:
 
     bool draw(const AcGiDrawable& drawable) {
         sink.within(drawable, [&] {
-            if (!drawable.worldDraw(&worldDraw_)) drawable.viewportDraw(&viewportDraw_);
+            if (drawable.worldDraw(&worldDraw_)) return;
+            viewMatters = true;
+            drawable.viewportDraw(&viewportDraw_);
         });
         return false;
     }
 
     DisplaySink sink;
+    bool viewMatters = false; // something has been drawn for the view
 
 private:
     Context context_;
@@ -228,9 +231,11 @@ DisplayCollector::DisplayCollector(DrawingSource& source, DisplayOptions options
 
 DisplayCollector::~DisplayCollector() = default;
 
-void DisplayCollector::add(const AcGiDrawable& drawable, AcDbObjectId owner) {
+bool DisplayCollector::add(const AcGiDrawable& drawable, AcDbObjectId owner) {
     sink_->sink.beginOwner(owner);
+    sink_->viewMatters = false;
     sink_->draw(drawable);
+    return sink_->viewMatters;
 }
 
 void DisplayCollector::setView(const ViewFrame& view, double pixelsAcross) {

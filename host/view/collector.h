@@ -29,8 +29,9 @@ public:
     ~DisplayCollector();
 
     // Draws it into the list. Invisible drawables and those on frozen layers leave nothing; blocks that hold
-    // themselves are cut off at the second round, nesting at a depth of 64.
-    void add(const AcGiDrawable& drawable, AcDbObjectId owner = {});
+    // themselves are cut off at the second round, nesting at a depth of 64. True when it looks different in
+    // each view.
+    bool add(const AcGiDrawable& drawable, AcDbObjectId owner = {});
     // For what is added from now on.
     void setView(const ViewFrame& view, double pixelsAcross);
 

@@ -5,11 +5,14 @@
 #include <QApplication>
 #include <QMouseEvent>
 #include <QWheelEvent>
-#include <cstdlib>
+#include <cmath>
 
 #include "apps/corvane/session.h"
 #include "apps/desk/canvas.h"
 #include "benchmarks/apps/desk/mixed_drawing.h"
+#include "host/ed/editor.h"
+#include "host/ed/prompting.h"
+#include "host/ed/selection.h"
 #include "host/ent/line.h"
 
 namespace {
@@ -134,6 +137,34 @@ void BM_OneEntityChanges(benchmark::State& state) {
     }
 }
 
+// What a window round a quarter of the drawing takes.
+void BM_CrossingWindow(benchmark::State& state) {
+    Bench bench(state);
+    const double side = 6 * std::sqrt(double(state.range(0)));
+    size_t found = 0;
+    for (auto _ : state)
+        found = host::entitiesIn({{0, 0, 0}, {side, 0, 0}, {side, side, 0}, {0, side, 0}}, true).size();
+    state.counters["found"] = double(found);
+    bench.canvas.frames += int(state.iterations());
+}
+
+// All of it shines, and is a set that commands take.
+void BM_SelectAll(benchmark::State& state) {
+    Bench bench(state);
+    AcDbObjectPointer<AcDbBlockTableRecord> space(bench.drawing().modelSpaceId(), AcDb::kForRead);
+    const std::vector<AcDbObjectId> all = space->entities();
+    for (auto _ : state) {
+        ads_name set, name;
+        acedSSAdd(nullptr, nullptr, set);
+        for (const AcDbObjectId id : all)
+            if (acdbGetAdsName(name, id) == Acad::eOk) acedSSAdd(name, set, set);
+        acedSSSetFirst(nullptr, set);
+        acedSSFree(set);
+        bench.canvas.setSelected(all);
+        bench.canvas.repaint();
+    }
+}
+
 } // namespace
 
 // The second argument of pans: how far the view has gone in, in wheel events of three notches.
@@ -154,3 +185,5 @@ ON_GROWING_DRAWINGS(BM_Zoom);
 ON_GROWING_DRAWINGS(BM_WholePicture);
 ON_GROWING_DRAWINGS(BM_FirstPicture);
 ON_GROWING_DRAWINGS(BM_OneEntityChanges);
+ON_GROWING_DRAWINGS(BM_CrossingWindow);
+ON_GROWING_DRAWINGS(BM_SelectAll);

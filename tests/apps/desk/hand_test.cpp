@@ -146,6 +146,62 @@ TEST_F(HandTest, AGripInHandShowsWhatWillBeSnapsAndIsLeftByEscape) {
     EXPECT_EQ(snapped, AcGePoint3d(80, 60, 0));
 }
 
+TEST_F(HandTest, PointsAreTypedForAGripInHand) {
+    AcGePoint3d relative, absolute;
+    play({set(L"OSMODE", L"0"), type(kView), type("LINE 0,0 50,40 "), click(25, 20), click(50, 40),
+          type("@10,-5"), noteEnd(relative), click(60, 35), type("1,70"), noteEnd(absolute),
+          press(Qt::Key_Escape)});
+    EXPECT_EQ(relative, AcGePoint3d(60, 35, 0));
+    EXPECT_EQ(absolute, AcGePoint3d(1, 70, 0));
+}
+
+TEST_F(HandTest, ATypedSnapHoldsForThePointThatFollows) {
+    AcGePoint3d from, to;
+    play({set(L"OSMODE", L"0"), type(kView), type("LINE 0,0 50,40 "), type("LINE"), type("mid"),
+          click(26, 20.5), click(50.5, 40.5), type(""), [&] {
+              AcDbObjectPointer<AcDbLine> line(entities().at(1), AcDb::kForRead);
+              from = line->startPoint(), to = line->endPoint();
+          }});
+    EXPECT_EQ(from, AcGePoint3d(25, 20, 0));
+    EXPECT_NEAR(to.distanceTo({50.5, 40.5, 0}), 0, kPixel); // once
+}
+
+// Between its two corners a window stays where it is in the drawing, whatever the view does.
+TEST_F(HandTest, AWindowStaysWhereItWasBegun) {
+    size_t left = 9;
+    play({type(kView), type("LINE 20,20 30,30 "), type("ERASE"), click(10, 10),
+          [this] { canvas().zoomBy(0.5); }, click(40, 40), type(""), [&] { left = entities().size(); }});
+    EXPECT_EQ(left, 0u);
+}
+
+TEST_F(HandTest, TheGridStandsUnderTheDrawingWhileItIsOn) {
+    QImage off, on, offAgain;
+    play({type(kView), [&] { off = picture(); }, press(Qt::Key_F7), [&] { on = picture(); },
+          press(Qt::Key_F7), [&] { offAgain = picture(); }});
+    EXPECT_NE(off, on);
+    EXPECT_EQ(off, offAgain);
+    EXPECT_TRUE(transcript().contains("<Grid on>"));
+}
+
+// Marks of points are as large on the screen as they were, whatever the view.
+TEST_F(HandTest, PointsKeepTheirSizeOnTheScreen) {
+    const auto inked = [this] {
+        const QImage image = picture().copy(QRect(pixel(50, 40) - QPoint(40, 40), QSize(80, 80)));
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) count += qGray(image.pixel(x, y)) > kLit;
+        return count;
+    };
+    int before = 0, after = 0;
+    play({type("PDMODE 3"), type(kView), type("POINT 50,40"), [&] {
+              before = inked();
+              canvas().zoomBy(1.5);
+              after = inked();
+          }});
+    EXPECT_GT(before, 20);
+    EXPECT_NEAR(after, before, 6);
+}
+
 // Two lines that meet are moved by the point that they share, and both stay selected.
 TEST_F(HandTest, GripsInOnePlaceMoveTogether) {
     AcGePoint3d first, second;
