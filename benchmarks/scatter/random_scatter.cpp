@@ -46,7 +46,7 @@ void finish(benchmark::State& state, double patterns) {
 // A band of width 30 along a wave of 500 control points.
 void BM_OnCurves(benchmark::State& state) {
     ScatterDrawing drawing;
-    const double size = double(state.range(0)) / 20000; // about half of the patterns find room
+    const double size = double(state.range(0)) / 20000; // dense enough that some are in others' way
     AcGePoint3dArray points;
     for (int i = 0; i < 500; ++i) points.append({i * size, 40 * size * std::sin(i / 20.0), 0});
     ScatterOnCurveParams params;
