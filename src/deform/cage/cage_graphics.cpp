@@ -38,8 +38,18 @@ bool CageGraphics::place(TransientCP& dot, const ControlPoint& point) const {
     const bool plain = point.selectionState == ControlPoint::kPlain;
     const double size = ControlPointSize(cage_.box()) * (plain ? 1 : kSelectedSize);
     const int color = colorOf(point);
-    if (dot.position == point.position && dot.size == size && dot.colorIndex == color) return false;
-    dot.position = point.position, dot.size = size, dot.colorIndex = color;
+    if (dot.position == point.position && dot.size == size && dot.colorIndex == color &&
+        dot.facing == facing_)
+        return false;
+    dot.position = point.position, dot.size = size, dot.colorIndex = color, dot.facing = facing_;
+    return true;
+}
+
+// True when the view has turned since.
+bool CageGraphics::turnToViewer() {
+    const ViewAxes now = CurrentViewAxes();
+    if (now == facing_) return false;
+    facing_ = gizmo_.facing = now;
     return true;
 }
 
@@ -63,7 +73,9 @@ void CageGraphics::make() {
 }
 
 void CageGraphics::DrawLattice() {
+    const bool turned = turnToViewer();
     if (!made_) make();
+    if (turned && gizmo_.visible) updateGizmo();
     bool moved = false;
     for (size_t i = 0; i < lines_.size(); ++i) {
         const CageEdge& edge = cage_.edges()[i];

@@ -19,8 +19,8 @@ public:
     CageGraphics(const CageGraphics&) = delete;
     CageGraphics& operator=(const CageGraphics&) = delete;
 
-    // Makes everything on first use, else updates what has changed since; under a shape lock its marker is
-    // drawn on the screen, too. Call after every redraw.
+    // Makes everything on first use, else updates what has changed since, also the side it is seen from;
+    // under a shape lock its marker is drawn on the screen, too. Call after every redraw.
     void DrawLattice();
     // Takes everything away.
     void DropLatticeGraphics();
@@ -31,12 +31,14 @@ public:
 private:
     void make();
     bool place(TransientCP& dot, const ControlPoint& point) const;
+    bool turnToViewer();
     void drawMarks();
     void dropMarks();
     void drawLockMarker() const;
 
     Cage& cage_;
     bool made_ = false;
+    ViewAxes facing_;
     // In the order of the cage; they don't move once they are made, since the transient manager knows them.
     std::vector<TransientLine> lines_;
     std::vector<TransientCP> dots_;

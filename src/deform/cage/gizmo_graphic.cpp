@@ -12,7 +12,7 @@ namespace {
 constexpr Adesk::UInt16 kLit = 2, kGrey = 253;
 constexpr double kHead = 0.15, kHeadWidth = 0.05; // of arrows and cubes, as parts of the size
 constexpr double kCentreMark = 0.06, kLetter = 0.14;
-constexpr int kRingSteps = 72, kSectorSteps = 72, kHatch = 8;
+constexpr int kRingSteps = 72, kSectorSteps = 72, kSectorRays = 4, kHatch = 8;
 
 Adesk::UInt16 axisColor(int axis) { return Adesk::UInt16(axis == 0 ? 1 : axis == 1 ? 3 : 5); }
 // A plane has the colour of its normal.
@@ -110,7 +110,7 @@ private:
         for (int i = 0; i <= kRingSteps; ++i) points.push_back(onRing(plane, 2 * M_PI * i / kRingSteps));
         out_.polyline(Adesk::UInt32(points.size()), points.data());
     }
-    // A fan of rays, so that what is behind it can be seen.
+    // A fan with some of its rays, so that what is behind it can be seen.
     void sector() {
         const int plane = gizmo_.lockedHandle;
         look(plane, handleColor(plane));
@@ -118,7 +118,7 @@ private:
         std::vector<AcGePoint3d> rim;
         for (int i = 0; i <= kSectorSteps; ++i) {
             rim.push_back(onRing(plane, gizmo_.rotateStartAngle + swept * i / kSectorSteps));
-            line(gizmo_.centre, rim.back());
+            if (i % kSectorRays == 0) line(gizmo_.centre, rim.back());
         }
         out_.polyline(Adesk::UInt32(rim.size()), rim.data());
     }
@@ -137,13 +137,13 @@ private:
         look(kLabel, modeColor(gizmo_.mode));
         const CString name = GizmoModeName(gizmo_.mode);
         const double height = kLetter * gizmo_.size;
-        // Half as wide as high, a letter; Chinese ones are square.
+        // As wide as letters are on the whole; Chinese ones are squares.
         double width = 0;
         for (const wchar_t letter : std::wstring(name)) width += letter > 0x2E80 ? 1.3 : 0.8;
-        const AcGePoint3d at = gizmo_.centre -
-                               AcGeVector3d::kYAxis * (kLabelDrop * gizmo_.size + height / 2) -
-                               AcGeVector3d::kXAxis * (width * height / 2);
-        out_.text(at, AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, height, 1, 0, name);
+        const auto& [right, up] = gizmo_.facing;
+        const AcGePoint3d top = gizmo_.centre - AcGeVector3d::kYAxis * (kLabelDrop * gizmo_.size);
+        out_.text(top - up * height - right * (width * height / 2), right.crossProduct(up), right, height, 1,
+                  0, name);
     }
 
     const TransientGizmo& gizmo_;

@@ -52,6 +52,11 @@ ScreenMap CurrentScreen() {
     return {toDisplay, window};
 }
 
+ViewAxes CurrentViewAxes() {
+    const AcGePoint3d origin = DisplayToWorld(AcGePoint3d::kOrigin);
+    return {DisplayToWorld({1, 0, 0}) - origin, DisplayToWorld({0, 1, 0}) - origin};
+}
+
 Pixel ScreenPixel(const AcGePoint3d& world) { return CurrentScreen().pixel(world); }
 
 AcGePoint3d DisplayPoint(const AcGePoint3d& world) { return transformed(world, kWorld, kDisplay); }

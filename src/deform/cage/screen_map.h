@@ -33,6 +33,13 @@ private:
     double perUnit_; // pixels
 };
 
+// The directions to the right and up as seen, in the world, of unit length.
+struct ViewAxes {
+    AcGeVector3d right = AcGeVector3d::kXAxis, up = AcGeVector3d::kYAxis;
+    bool operator==(const ViewAxes&) const = default;
+};
+ViewAxes CurrentViewAxes();
+
 // The view as the host has it now.
 ScreenMap CurrentScreen();
 // The pixel of one point, in the view as it is now.

@@ -18,7 +18,7 @@ Acad::ErrorStatus extentsRound(const AcGePoint3d& point, double size, AcDbExtent
 Adesk::Boolean TransientCP::subWorldDraw(AcGiWorldDraw* context) const {
     if (!visible) return true;
     // Thousands of them may be shown: few corners, worked out once.
-    constexpr int kCorners = 16;
+    constexpr int kCorners = 24;
     static const std::array<AcGePoint2d, kCorners> kCircle = [] {
         std::array<AcGePoint2d, kCorners> circle;
         for (int i = 0; i < kCorners; ++i)
@@ -27,15 +27,10 @@ Adesk::Boolean TransientCP::subWorldDraw(AcGiWorldDraw* context) const {
     }();
     context->subEntityTraits().setColor(Adesk::UInt16(colorIndex));
     context->subEntityTraits().setFillType(kAcGiFillAlways);
-    for (unsigned normal = 0; normal < 3; ++normal) {
-        AcGePoint3d disc[kCorners];
-        for (size_t i = 0; i < kCorners; ++i) {
-            disc[i] = position;
-            disc[i][(normal + 1) % 3] += size * kCircle[i].x;
-            disc[i][(normal + 2) % 3] += size * kCircle[i].y;
-        }
-        context->geometry().polygon(kCorners, disc);
-    }
+    AcGePoint3d disc[kCorners];
+    for (size_t i = 0; i < kCorners; ++i)
+        disc[i] = position + facing.right * (size * kCircle[i].x) + facing.up * (size * kCircle[i].y);
+    context->geometry().polygon(kCorners, disc);
     return true;
 }
 

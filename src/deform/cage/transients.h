@@ -6,11 +6,12 @@
 
 namespace corvane::deform {
 
-// A dot for a control point: a disc in each coordinate plane, so that it is one from every side.
+// A dot for a control point: a disc that faces the viewer.
 class TransientCP : public AcDbEntity {
 public:
     AcGePoint3d position;
     double size = 1; // radius
+    ViewAxes facing;
     int colorIndex = 210;
     bool visible = true;
 
@@ -39,6 +40,7 @@ public:
     AcGePoint3d centre;
     GizmoAxes axes{AcGeVector3d::kXAxis, AcGeVector3d::kYAxis, AcGeVector3d::kZAxis};
     double size = 1;
+    ViewAxes facing; // of the mode's name
     GizmoMode mode = GizmoMode::move;
     int lockedHandle = kNoHandle, hoverHandle = kNoHandle;
     int hoverSign = 0; // -1: the far side of the hovered axis

@@ -117,7 +117,7 @@ TEST_F(Hovering, RotationsShowTheSectorTheySweep) {
     const size_t still = shown(turning).picture.primitives.size();
     hover(0, 200);
     EXPECT_NEAR(M_PI / 2, turning.rotateAngle - turning.rotateStartAngle, 1e-2);
-    EXPECT_GT(shown(turning).picture.primitives.size(), still + 70); // a fan of 72 steps
+    EXPECT_EQ(still + 19 + 1, shown(turning).picture.primitives.size()); // rays, and the rim
     EXPECT_EQ(kPlaneXY, session.lockedHandle);
     hover(10, 150); // over the other rings, which lock nothing now
     EXPECT_EQ(kPlaneXY, session.lockedHandle);
@@ -146,13 +146,27 @@ TEST_F(Hovering, DotsAreLargerAndWhiteWhereSelected) {
         EXPECT_NEAR(0.008 * std::sqrt(20000.0) * (chosen ? 1.5 : 1), dot->size, 1e-9);
         AcDbExtents extents;
         EXPECT_EQ(Acad::eOk, dot->getGeomExtents(extents));
-        EXPECT_NEAR(2 * dot->size, extents.maxPoint().z - extents.minPoint().z, 1e-9);
+        EXPECT_NEAR(2 * dot->size, extents.maxPoint().x - extents.minPoint().x, 1e-9);
         large += chosen;
     }
     EXPECT_EQ(3, large);
     EXPECT_EQ(0.05, ControlPointSize({{0, 0, 0}, {1, 1, 1}}));
     EXPECT_EQ(5.0, ControlPointSize({{0, 0, 0}, {1e4, 0, 0}}));
     EXPECT_EQ(800.0, GizmoSize({{0, 0, 0}, {1e4, 0, 0}}));
+}
+
+TEST_F(Hovering, DotsAreDiscsFromEverySide) {
+    start(GizmoMode::move);
+    const AcGiDrawable* dot = acgiGetTransientManager()->entries()[12].drawable; // behind the lines
+    const auto extents = [&] { return shown(*dot).picture.extents; };
+    EXPECT_EQ(0, extents().maxPoint().z - extents().minPoint().z);
+    const double width = extents().maxPoint().x - extents().minPoint().x;
+    drawing.run(L"-VIEW O FRONT\n");
+    EXPECT_NEAR(width, extents().maxPoint().z - extents().minPoint().z, 1e-9);
+    EXPECT_NEAR(0, extents().maxPoint().y - extents().minPoint().y, 1e-9);
+    const unsigned before = changes();
+    drawing.run(L"ZOOM 2x\n"); // the same side: nothing is drawn again
+    EXPECT_EQ(before, changes());
 }
 
 // Panning tells of every step: the cage is drawn again five times a second at most, and never left out.
