@@ -31,6 +31,15 @@ Point between(Point a, Point b, double t) { return {a.x + (b.x - a.x) * t, a.y +
 
 } // namespace
 
+std::uint32_t readableInk(std::uint32_t rgb, bool dark) {
+    constexpr int kTellable = 36, kAway = 110; // of 255 shades of grey
+    const QColor ink = QColor::fromRgb(rgb), ground = groundColor(dark);
+    if (std::abs(qGray(ink.rgb()) - qGray(ground.rgb())) >= kTellable) return rgb;
+    const int step = dark ? kAway : -kAway;
+    const auto moved = [&](int part) { return std::clamp(part + step, 0, 255); };
+    return QColor(moved(ink.red()), moved(ink.green()), moved(ink.blue())).rgb() & 0xFFFFFF;
+}
+
 QColor groundColor(bool dark) { return dark ? QColor(0x1E, 0x23, 0x29) : QColor(Qt::white); }
 
 const host::TextOutline& TextOutlines::of(const host::DisplayList& list, std::uint32_t text) {
@@ -71,7 +80,8 @@ bool ListPainter::projectInDepth(const AcGePoint3d& p, Point& out) const {
 void ListPainter::use(const host::DisplayStyle& style) {
     if (style_ == &style) return;
     style_ = &style;
-    const std::uint32_t rgb = style.color.foreground ? (look_.dark ? 0xFFFFFFu : 0x000000u) : style.color.rgb;
+    const std::uint32_t foreground = look_.dark ? 0xFFFFFFu : 0x000000u;
+    const std::uint32_t rgb = style.color.foreground ? foreground : readableInk(style.color.rgb, look_.dark);
     band_.setInk(look_.ink.value_or(rgb), look_.ink ? 255 : style.opacity);
     const double weight = look_.lineWeights ? style.weight / 100.0 * kPixelsPerMm : 0;
     width_ = (std::max(weight, 1.0) + look_.extraWidth) * ratio_;

@@ -75,5 +75,7 @@ private:
 void paintList(QImage& picture, const host::DisplayList& list, const ScreenMap& map, const PaintLook& look);
 
 QColor groundColor(bool dark);
+// The colour as given, 0xRRGGBB; or moved away from the ground's where they could hardly be told apart.
+std::uint32_t readableInk(std::uint32_t rgb, bool dark);
 
 } // namespace desk

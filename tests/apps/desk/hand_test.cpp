@@ -1,9 +1,11 @@
 // The hand over the drawing: axes, grips, views in the hand, and what programs hear and show meanwhile.
 #include <QTest>
 
+#include "host/ed/commands.h"
 #include "host/ed/document.h"
 #include "host/ed/editor.h"
 #include "host/ed/input_point.h"
+#include "host/ed/jig.h"
 #include "host/ed/message_filter.h"
 #include "host/ed/prompting.h"
 #include "host/ed/sysvars.h"
@@ -66,7 +68,7 @@ protected:
         QTest::mouseRelease(&canvas(), Qt::MiddleButton, held, to);
     }
 };
-constexpr int kLit = 150;
+constexpr int kLit = 110;
 
 TEST_F(HandTest, AlongTheAxesByF8AndRoundByShift) {
     AcGePoint3d free, level, turned;
@@ -278,6 +280,70 @@ TEST_F(HandTest, TransientsAndVectorsStandOverThePicture) {
     EXPECT_LT(gone, kLit);
     EXPECT_GT(line, kLit);
     EXPECT_LT(lineAfterZoom, kLit);
+}
+
+// A jig of a command drags its circle while the prompt waits, and the drawing gets it in the end.
+class CircleJig : public AcEdJig {
+public:
+    DragStatus sampler() override { return acquireDist(radius_, {50, 40, 0}); }
+    Adesk::Boolean update() override { return circle_->setRadius(radius_) == Acad::eOk; }
+    AcDbEntity* entity() const override { return circle_; }
+    AcDbCircle* circle_ = new AcDbCircle({50, 40, 0}, AcGeVector3d::kZAxis, 1);
+
+private:
+    double radius_ = 1;
+};
+void dragCircle() {
+    CircleJig jig;
+    jig.setDispPrompt(L"\nRadius: ");
+    jig.circle_->setDatabaseDefaults();
+    if (jig.drag() == AcEdJig::kNormal)
+        jig.append();
+    else
+        delete jig.circle_;
+}
+
+TEST_F(HandTest, AJigFollowsTheCursor) {
+    int small = 0, large = 0, smallThen = 0;
+    double radius = 0;
+    auto* commands = static_cast<AcEdCommandStack*>(acrxSysRegistry()->at(ACRX_COMMAND_DOCK));
+    commands->addCommand(L"TESTS", L"DRAGCIRCLE", L"DRAGCIRCLE", ACRX_CMD_MODAL, dragCircle);
+    play({set(L"OSMODE", L"0"), type(kView), type("DRAGCIRCLE"), move(60, 40), [&] { small = light(50, 50); },
+          move(50, 70), [&] { smallThen = light(50, 50), large = light(20, 40); }, click(50, 65),
+          [&] {
+              AcDbObjectPointer<AcDbCircle> circle(entities().at(0), AcDb::kForRead);
+              radius = circle->radius();
+          }});
+    commands->removeGroup(L"TESTS");
+    EXPECT_GT(small, kLit);
+    EXPECT_GT(large, kLit);
+    EXPECT_LT(smallThen, kLit);
+    EXPECT_NEAR(radius, 25, kPixel);
+}
+
+TEST_F(HandTest, WhatProgramsHighlightShines) {
+    QColor plain, shining, after;
+    const auto note = [this](QColor& into) { into = picture().pixelColor(pixel(50, 40)); };
+    play({type(kView), type("PLINE 0,40 W 6 6 100,40 "), [&] {
+              note(plain);
+              AcDbObjectPointer<AcDbEntity> entity(entities().at(0), AcDb::kForRead);
+              entity->highlight();
+              note(shining);
+              entity->unhighlight();
+              note(after);
+          }});
+    EXPECT_EQ(plain, QColor(Qt::white));
+    EXPECT_NE(plain, shining);
+    EXPECT_EQ(plain, after);
+}
+
+TEST_F(HandTest, BlackIsSeenOnDarkGroundAndWhiteOnLight) {
+    for (const bool dark : {true, false}) {
+        const int ground = qGray(desk::groundColor(dark).rgb());
+        for (const std::uint32_t rgb : {0x000000u, 0x202428u, 0xFFFFFFu, 0xFF0000u})
+            EXPECT_GE(std::abs(qGray(desk::readableInk(rgb, dark)) - ground), 36) << rgb;
+        EXPECT_EQ(desk::readableInk(0xFF0000, dark), 0xFF0000u);
+    }
 }
 
 int tabs = 0;
