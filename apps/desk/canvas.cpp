@@ -10,6 +10,7 @@
 
 #include "apps/desk/drawing_aids.h"
 #include "apps/desk/ground.h"
+#include "apps/desk/popups.h"
 #include "apps/desk/view_state.h"
 #include "host/ed/document.h"
 #include "host/ed/prompting.h"
@@ -235,6 +236,7 @@ void Canvas::paintEvent(QPaintEvent*) {
     paintRubber(painter);
     paintSnap(painter);
     paintCursor(painter);
+    paintPopups(painter, mapToGlobal(QPoint(0, 0)));
 }
 
 } // namespace desk
