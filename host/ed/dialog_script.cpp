@@ -276,6 +276,7 @@ namespace {
 
 class PromptedDialogs final : public DialogRunner {
 public:
+    bool seen() const override { return false; }
     void run(HWND dialog) override {
         const DialogRuns running;
         settle();

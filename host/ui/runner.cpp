@@ -53,6 +53,7 @@ public:
         return inner().chooseFile(question);
     }
     void complain(const std::string& reason) override { inner().complain(reason); }
+    bool seen() const override { return inner().seen(); }
 
 private:
     static DialogRunner& inner() {

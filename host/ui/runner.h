@@ -38,6 +38,8 @@ public:
     virtual std::vector<std::wstring> chooseFile(const FileQuestion& question) = 0;
     // A dialog could not be made, and why: for the developer of a template.
     virtual void complain(const std::string& reason) = 0;
+    // Whether somebody sees what dialogs show while they work; else they are answered as prompts.
+    virtual bool seen() const { return true; }
 };
 
 DialogRunner& dialogRunner();

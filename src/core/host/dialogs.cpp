@@ -27,4 +27,6 @@ void setDragUnits(HWND window, std::function<CPoint(double, double)> toPixel) {
     host::setPointMapper(window, std::move(toPixel));
 }
 
+bool dialogsAreSeen() { return host::dialogRunner().seen(); }
+
 } // namespace corvane::host_door

@@ -18,4 +18,8 @@ std::optional<std::string> moduleResource(UINT id, const wchar_t* type);
 // Scripts drag in the window in units of its own; this leads from them to pixels of its client area.
 void setDragUnits(HWND window, std::function<CPoint(double x, double y)> toPixel);
 
+// Whether dialogs are windows in front of somebody, who sees what they show while they work; in scripts and
+// at prompts they are not.
+bool dialogsAreSeen();
+
 } // namespace corvane::host_door

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "core/host/editor.h"
+#include "core/host/progress.h"
 #include "core/messages.h"
 #include "core/properties.h"
 #include "raster/colour.h"
@@ -49,6 +50,19 @@ public:
 private:
     AcDbObjectId block_;
 };
+
+// Scans come as TIFF, which has an entry of its own behind the usual images.
+CString imageFilters() {
+    CString filters = Translate(L"图像(*.bmp;*.jpg;*.jpeg;*.png;*.gif) | *.bmp;*.jpg;*.jpeg;*.png;*.gif || ");
+    const int end = filters.Find(L"||");
+    if (end >= 0) filters = filters.Left(end);
+    return filters + L"| " + Translate(L"TIFF 图像(*.tif;*.tiff) | *.tif;*.tiff || ");
+}
+
+// On the terminal, where nobody sees the status.
+void showShare(const CString& doing, double share) {
+    if (!host_door::dialogsAreSeen()) host_door::showProgress(doing.str(), share);
+}
 
 // The dialog is hidden while the drawing is asked.
 class Aside {
@@ -114,9 +128,7 @@ void COutlineDlg::OnMode() {
 }
 
 void COutlineDlg::OnLoad() {
-    CFileDialog files(
-        TRUE, nullptr, nullptr, OFN_FILEMUSTEXIST,
-        Translate(L"图像(*.bmp;*.jpg;*.jpeg;*.png;*.gif) | *.bmp;*.jpg;*.jpeg;*.png;*.gif || "));
+    CFileDialog files(TRUE, nullptr, nullptr, OFN_FILEMUSTEXIST, imageFilters());
     if (files.DoModal() != IDOK) return NoticeBox(L"未选中图像文件！");
     if (!readImage(files.GetPathName())) return;
     for (const int id : {kThreshold, kStep}) GetDlgItem(id)->EnableWindow(TRUE);
@@ -238,12 +250,16 @@ raster::VectorizeResult COutlineDlg::trace() {
                                       CString text;
                                       text.Format(L"%s %d%%", doing.GetString(), percent);
                                       showStatus(text);
+                                      showShare(doing, percent / 100.0);
                                   });
 }
 
 void COutlineDlg::draw(const std::vector<raster::PixelPath>& paths) {
     const auto told = [&](size_t done) {
-        showStatus(TranslateFormat(L"正在生成CAD多段线.... %u/%u", unsigned(done), unsigned(paths.size())));
+        const CString text =
+            TranslateFormat(L"正在生成CAD多段线.... %u/%u", unsigned(done), unsigned(paths.size()));
+        showStatus(text);
+        showShare(text, paths.empty() ? 1 : double(done) / double(paths.size()));
     };
     told(0);
     BlockInWaiting block(MakeOutlineBlock(paths, settings_.mode, settings_.level, told));

@@ -106,3 +106,27 @@ TEST_F(VectorizeCommandTest, TheInsertionIsAskedAgainUntilAScriptRunsDry) {
     EXPECT_TRUE(other.entities().empty());
     EXPECT_THAT(other.bytes(), Not(HasSubstr("*U"))) << "no block is left behind";
 }
+
+TEST_F(VectorizeCommandTest, ScriptsAreToldHowFarTheWorkIs) {
+    std::vector<std::pair<std::wstring, double>> told;
+    host::ScriptFrontEnd frontEnd(
+        L"R2V\n" + kLoad + L"1242=on\nOK\n0,0\n50\n", [](const std::string&) {},
+        [&](const std::wstring& caption, double share) {
+            if (share >= 0) told.emplace_back(caption, share);
+            return true;
+        });
+    host::setFrontEnd(&frontEnd);
+    host::commandLoop();
+    host::setFrontEnd(nullptr);
+    // Two stretches of work, each from its beginning to its end: tracing, then drawing.
+    const auto building = std::find_if(told.begin(), told.end(), [](const auto& one) {
+        return one.first.find(L"正在生成CAD多段线") != std::wstring::npos;
+    });
+    const auto rises = [](const auto& a, const auto& b) { return a.second < b.second; };
+    ASSERT_GT(building - told.begin(), 5);
+    EXPECT_LT(told.front().second, 0.1); // in between the two halves of a pass alternate
+    EXPECT_TRUE(std::is_sorted(building, told.end(), rises));
+    EXPECT_DOUBLE_EQ(1, (building - 1)->second);
+    EXPECT_DOUBLE_EQ(1, told.back().second);
+    EXPECT_EQ(L"正在提取图片中心线....", told.front().first);
+}
