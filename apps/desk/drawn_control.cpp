@@ -4,25 +4,28 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-#include "host/ui/recording.h"
+#include "apps/desk/drawn_items.h"
+#include "host/ui/actions.h"
 #include "host/ui/windows.h"
 
 namespace desk {
 
 DrawnControl::DrawnControl(HWND control, QWidget* parent) : QWidget(parent), control_(control) {
     setMouseTracking(true);
+    const host::Window* model = host::windowOf(control);
+    if (model && (model->style & WS_TABSTOP)) setFocusPolicy(Qt::StrongFocus);
 }
 
 void DrawnControl::paintEvent(QPaintEvent*) {
-    const auto painted = host::paintWindow(control_);
-    host::PictureServices* services = host::pictureServices();
-    if (!painted || !services || painted->width <= 0 || painted->height <= 0) return;
-    const size_t bytes = size_t(painted->width) * size_t(painted->height) * 4;
-    host::ImagePixels pixels{painted->width, painted->height, std::vector<std::uint8_t>(bytes, 255)};
-    services->draw(*painted, pixels);
-    const QImage image(pixels.rgba.data(), pixels.width, pixels.height, pixels.width * 4,
-                       QImage::Format_RGBA8888);
-    QPainter(this).drawImage(0, 0, image);
+    QPainter painter(this);
+    paintModel(painter, control_);
+}
+
+// Of the keyboard: the space bar presses a drawn button.
+void DrawnControl::keyPressEvent(QKeyEvent* event) {
+    const host::Window* control = host::windowOf(control_);
+    if (event->key() != Qt::Key_Space || !control || !control->hasClass(L"Button")) return event->ignore();
+    act([&] { host::press(control_); });
 }
 
 void DrawnControl::send(QMouseEvent* event, UINT message) {

@@ -14,6 +14,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override { send(event, WM_LBUTTONDOWN); }
     void mouseMoveEvent(QMouseEvent* event) override { send(event, WM_MOUSEMOVE); }
     void mouseReleaseEvent(QMouseEvent* event) override { send(event, WM_LBUTTONUP); }

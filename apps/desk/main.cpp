@@ -1,11 +1,26 @@
 // The program with the window: opens the drawing that is named and runs until its window is closed.
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QPainter>
 #include <QTimer>
 
 #include "apps/desk/desk.h"
 
 namespace {
+
+// The window with the dialogs that stand before it, where they stand.
+QPixmap pictureOf(QWidget& window) {
+    QPixmap all = window.grab();
+    QPainter painter(&all);
+    for (QWidget* other : QApplication::topLevelWidgets()) {
+        if (other == &window || !other->isVisible() || !other->inherits("QDialog")) continue;
+        const QPixmap one = other->grab();
+        const QPoint at = window.rect().center() - one.rect().center();
+        painter.fillRect(QRect(at, one.size()).adjusted(-1, -1, 1, 1), Qt::gray);
+        painter.drawPixmap(at, one);
+    }
+    return all;
+}
 
 // Types the lines one after the other, each at a prompt, then writes the picture and ends the program.
 void play(desk::Desk& desk, QStringList lines, const QString& picture) {
@@ -16,7 +31,9 @@ void play(desk::Desk& desk, QStringList lines, const QString& picture) {
             return play(desk, lines, picture);
         }
         if (picture.isEmpty()) return;
-        desk.window().grab().save(picture);
+        pictureOf(desk.window()).save(picture);
+        for (QWidget* other : QApplication::topLevelWidgets())
+            if (other->isVisible() && other->inherits("QDialog")) other->close();
         desk.discard();
         desk.window().close();
     });
@@ -43,6 +60,7 @@ int main(int count, char** words) {
     const QStringList named = parser.positionalArguments();
 
     desk::Desk desk;
+    if (!parser.isSet(picture)) desk.remember(); // pictures are the same everywhere
     desk.window().show();
     if (!desk.start(named.isEmpty() ? std::string() : named.front().toStdString(),
                     parser.value(language).toStdString()))

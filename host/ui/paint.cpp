@@ -1,4 +1,5 @@
 // Painting: one window's client area, and a whole dialog with frame and children.
+#include "host/ui/items.h"
 #include "host/ui/look.h"
 #include "host/ui/windows.h"
 
@@ -67,6 +68,22 @@ std::shared_ptr<Recording> paintWindow(HWND handle) {
     if (!windowOf(handle)) return recording;
     send(*window, WM_PAINT);
     if (windowOf(handle)) window->dirty = false;
+    return recording;
+}
+
+std::shared_ptr<Recording> paintItem(HWND list, int index, int width, int height, bool selected) {
+    Window* window = windowOf(list);
+    if (!window || index < 0 || width <= 0 || height <= 0) return nullptr;
+    const bool combo = window->hasClass(L"ComboBox");
+    ListItems items;
+    items.all.resize(std::size_t(index) + 1);
+    items.all.back().data = DWORD_PTR(send(*window, combo ? CB_GETITEMDATA : LB_GETITEMDATA, WPARAM(index)));
+    const auto recording = std::make_shared<Recording>(Recording{width, height, {}});
+    const HDC dc = addDevice(std::make_unique<DeviceContext>(recording));
+    if (window->font) SelectObject(dc, window->font);
+    drawItemByParent(*window, dc, combo ? ODT_COMBOBOX : ODT_LISTBOX, index, items, {0, 0, width, height},
+                     selected ? ODS_SELECTED : 0);
+    DeleteDC(dc);
     return recording;
 }
 

@@ -113,6 +113,8 @@ void tellWatcher(const Window& window, WindowWatcher::Change change);
 // frame, title and children.
 std::shared_ptr<Recording> paintWindow(HWND window);
 std::shared_ptr<Recording> paintDialog(HWND dialog);
+// One item of an owner-drawn combo or list box, as its parent draws it into a place of that size.
+std::shared_ptr<Recording> paintItem(HWND list, int index, int width, int height, bool selected);
 // The recording that a CPaintDC of the window writes; null when it isn't being painted.
 std::shared_ptr<Recording> paintTarget(const Window& window);
 
