@@ -7,6 +7,7 @@
 #include "host/ent/curve_make.h"
 #include "host/gi/draw.h"
 #include "host/solid/modeler_faces.h"
+#include "host/solid/modeler_write.h"
 
 HOST_DEFINE_CLASS(AcDbRegion, AcDbEntity, L"REGION")
 
@@ -44,6 +45,19 @@ bool AcDbRegion::inGroup(const host::Group& group, host::ReadContext& context) {
     return GroupedEntity::inGroup(group, context);
 }
 
+void AcDbRegion::outGroups(host::GroupWriter& writer) const {
+    if (!own_.isEmpty() || isNull()) return GroupedEntity::outGroups(writer);
+    AcDbEntity::outGroups(writer);
+    host::OwnGroups made;
+    made.assign(host::modelerGroups(host::modelerTextOf(faces())));
+    made.write(writer, marker());
+}
+
+void AcDbRegion::take(host::PlanarFaces faces) {
+    faces_ = std::make_shared<const host::PlanarFaces>(std::move(faces));
+    own_ = host::OwnGroups();
+}
+
 Acad::ErrorStatus AcDbRegion::createFromCurves(const AcDbVoidPtrArray& curves, AcDbVoidPtrArray& regions) {
     std::vector<std::shared_ptr<const host::CurvePath>> kept;
     std::vector<const host::CurvePath*> paths;
@@ -61,7 +75,7 @@ Acad::ErrorStatus AcDbRegion::createFromCurves(const AcDbVoidPtrArray& curves, A
         auto face = host::faceOf(std::move(loop));
         if (!face) continue;
         auto* region = new AcDbRegion;
-        region->faces_ = std::make_shared<const host::PlanarFaces>(host::PlanarFaces{std::move(*face)});
+        region->take({std::move(*face)});
         regions.append(static_cast<AcDbEntity*>(region));
         any = true;
     }
@@ -69,14 +83,15 @@ Acad::ErrorStatus AcDbRegion::createFromCurves(const AcDbVoidPtrArray& curves, A
 }
 
 Acad::ErrorStatus AcDbRegion::booleanOper(AcDb::BoolOperType operation, AcDbRegion* other) {
-    if (!other || other == this || database() || other->database()) return Acad::eInvalidInput;
+    if (!other || other == this) return Acad::eInvalidInput;
     const host::PlanarFaces &mine = faces(), &theirs = other->faces();
     if (!mine.empty() && !theirs.empty() && !inOnePlane(mine, theirs)) return Acad::eInvalidInput;
     auto combined = host::combineFaces(mine, theirs, operation);
     if (!combined) return Acad::eGeneralModelingFailure;
-    faces_ = std::make_shared<const host::PlanarFaces>(std::move(*combined));
-    other->faces_ = std::make_shared<const host::PlanarFaces>();
-    own_ = other->own_ = host::OwnGroups();
+    if (auto es = change(); es != Acad::eOk) return es;
+    if (auto es = other->change(); es != Acad::eOk) return es;
+    take(std::move(*combined));
+    other->take({});
     return Acad::eOk;
 }
 
@@ -108,13 +123,12 @@ Adesk::Boolean AcDbRegion::subWorldDraw(AcGiWorldDraw* context) const {
     return true;
 }
 
-// What came from a file would have to be written anew, so it stays where it is.
 Acad::ErrorStatus AcDbRegion::subTransformBy(const AcGeMatrix3d& matrix) {
-    if (!own_.isEmpty() || isNull()) return Acad::eNotApplicable;
+    if (isNull()) return Acad::eNotApplicable;
     auto moved = host::transformedFaces(faces(), matrix);
     if (!moved) return Acad::eInvalidInput;
     if (auto es = change(); es != Acad::eOk) return es;
-    faces_ = std::make_shared<const host::PlanarFaces>(std::move(*moved));
+    take(std::move(*moved));
     return Acad::eOk;
 }
 
@@ -132,7 +146,7 @@ Acad::ErrorStatus AcDbRegion::subExplode(AcDbVoidPtrArray& parts) const {
     if (faces().size() > 1) {
         for (const host::PlanarFace& face : faces()) {
             auto* region = new AcDbRegion;
-            region->faces_ = std::make_shared<const host::PlanarFaces>(host::PlanarFaces{face});
+            region->take({face});
             add(region);
         }
         return Acad::eOk;

@@ -1,5 +1,6 @@
-// AcDbRegion: plane areas bounded by loops of curves. Regions from files keep their data as it came and are
-// understood where they are asked for; what can't be understood is kept, shows nothing and has no extents.
+// AcDbRegion: plane areas bounded by loops of curves. Regions from files keep their data as it came until
+// they are changed, and are understood where they are asked for; what can't be understood is kept, shows
+// nothing and has no extents.
 #pragma once
 #include <memory>
 
@@ -14,8 +15,7 @@ public:
     static Acad::ErrorStatus createFromCurves(const AcDbVoidPtrArray& curves, AcDbVoidPtrArray& regions);
 
     // Makes this region the outcome and leaves the other one empty. eInvalidInput for regions of different
-    // planes and for ones not understood; eGeneralModelingFailure when the modeller fails. Only for regions
-    // outside any drawing.
+    // planes and for ones not understood; eGeneralModelingFailure when the modeller fails.
     Acad::ErrorStatus booleanOper(AcDb::BoolOperType operation, AcDbRegion* other);
     bool isNull() const; // encloses nothing, or isn't understood
     Acad::ErrorStatus getArea(double& area) const;
@@ -24,6 +24,7 @@ public:
     Acad::ErrorStatus getPlane(AcGePlane& plane) const override;
 
     bool inGroup(const host::Group& group, host::ReadContext& context) override;
+    void outGroups(host::GroupWriter& writer) const override;
 
 protected:
     const char* marker() const override { return "AcDbModelerGeometry"; }
@@ -35,6 +36,7 @@ protected:
 
 private:
     const host::PlanarFaces& faces() const;
+    void take(host::PlanarFaces faces); // as its shape from now on
     // Understood already, or made here; shared by copies, which never change it.
     mutable std::shared_ptr<const host::PlanarFaces> faces_;
 };

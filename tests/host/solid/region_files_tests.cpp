@@ -8,6 +8,7 @@
 #include "host/ent/register.h"
 #include "host/os/text.h"
 #include "host/solid/modeler_faces.h"
+#include "host/solid/modeler_write.h"
 #include "host/solid/region.h"
 
 namespace {
@@ -193,6 +194,51 @@ TEST(RegionsOfFiles, ComeBackByteForByte) {
             EXPECT_EQ(std::string(modeler).find(line) != std::string::npos,
                       once.find(ciphered(line)) != once.npos);
     }
+}
+
+// A region that was moved, turned, mirrored or stretched is written anew and comes back as it was left.
+TEST(RegionsOfFiles, ComeBackAsTheyWereChanged) {
+    const AcGePlane mirror(AcGePoint3d(3, 0, 0), AcGeVector3d(1, 2, 0));
+    AcGeMatrix3d stretch;
+    stretch.entry[0][0] = 3;
+    const AcGeMatrix3d matrices[] = {AcGeMatrix3d::translation({5, 6, -1e6 / 3}),
+                                     AcGeMatrix3d::rotation(0.7, {1, 2, 3}), stretch,
+                                     AcGeMatrix3d().setToMirroring(mirror)};
+    for (const char* modeler : {kSquareWithHole, kHalfEllipse, kParabola})
+        for (const AcGeMatrix3d& matrix : matrices) {
+            Opened opened(modeler);
+            const double before = opened.area();
+            opened.region->upgradeOpen();
+            ASSERT_EQ(Acad::eOk, opened.region->transformBy(matrix));
+            const double after = opened.area();
+            EXPECT_NEAR(before * std::abs(matrix.det()), after, 1e-7 * before) << "plane images";
+            AcDbExtents box, again;
+            ASSERT_EQ(Acad::eOk, opened.region->getGeomExtents(box));
+            opened.region.close();
+            AcDbDatabase second(false);
+            ASSERT_TRUE(host::readDrawingBytes(host::drawingBytes(opened.database), "a.dxf", second, {}).ok);
+            AcDbObjectPointer<AcDbBlockTableRecord> space(second.modelSpaceId(), AcDb::kForRead);
+            AcDbObjectPointer<AcDbRegion> region(space->entities().at(0), AcDb::kForRead);
+            ASSERT_TRUE(region);
+            double area = 0;
+            ASSERT_EQ(Acad::eOk, region->getArea(area));
+            EXPECT_NEAR(after, area, 1e-9 * after);
+            ASSERT_EQ(Acad::eOk, region->getGeomExtents(again));
+            EXPECT_LT(box.minPoint().distanceTo(again.minPoint()), 1e-9 * (1 + 1e6));
+            EXPECT_LT(box.maxPoint().distanceTo(again.maxPoint()), 1e-9 * (1 + 1e6));
+        }
+}
+
+TEST(ModelerGroups, KeepLongLinesInPieces) {
+    std::string text = "first\n";
+    for (int i = 0; i < 100; ++i) text += " " + std::to_string(i * 1000003) + " A^";
+    text += " #\n" + std::string(600, 'x') + "\n";
+    const host::GroupList groups = host::modelerGroups("1\n2\n3\n" + text);
+    for (const host::Group group : groups) EXPECT_LE(group.text.size(), 255u);
+    const host::ModelerText read = host::readModelerText(groups);
+    ASSERT_EQ(1u, read.records.size());
+    EXPECT_EQ(200u, read.records[0].fields.size());
+    EXPECT_EQ("A^", read.records[0].fields.back());
 }
 
 // A region is understood whole or not at all, and nothing it holds can do harm.

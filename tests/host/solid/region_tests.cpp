@@ -8,6 +8,8 @@
 #include "host/ent/line.h"
 #include "host/ent/polyline.h"
 #include "host/ent/spline.h"
+#include "host/solid/modeler_faces.h"
+#include "host/solid/modeler_write.h"
 #include "host/solid/region.h"
 
 namespace {
@@ -140,6 +142,52 @@ TEST(RegionBoolean, LawsHoldAtEverySizeAndPlace) {
                 EXPECT_NEAR(first, both + rest, 1e-4) << i << " " << j << " scale " << row.scale;
                 EXPECT_GE(either + 1e-6, std::max(first, second));
             }
+    }
+}
+
+// Whatever a region is made of, its text tells all of it.
+TEST(RegionText, IsReadAsItWasWritten) {
+    std::vector<Region> corpus;
+    corpus.push_back(box(-1, -1, 6, 2));
+    corpus.push_back(box(2, -4, 3, 9, -0.4));
+    corpus.push_back(combined(*disc(0, 0, 3), *disc(1, 0, 1), AcDb::kBoolSubtract));
+    corpus.push_back(combined(*disc(0, 0, 3), *disc(9, 0, 1), AcDb::kBoolUnite));
+    corpus.push_back(combined(*regionOf(AcDbEllipse({2, 1, 0}, AcGeVector3d::kZAxis, {4, 1, 0}, 0.3)),
+                              *disc(4, 1, 2), AcDb::kBoolUnite));
+    corpus.push_back(regionOf(AcDbSpline(
+        AcGePoint3dArray(std::vector<AcGePoint3d>{{0, 0, 0}, {3, 1, 0}, {6, 4, 0}, {2, 5, 0}, {0, 0, 0}}), 4,
+        0.0)));
+    for (size_t i = 0; i < corpus.size(); ++i) {
+        AcDbVoidPtrArray parts;
+        host::PlanarFaces faces;
+        const auto add = [&](const AcDbRegion& region) {
+            AcDbVoidPtrArray curves;
+            region.explode(curves);
+            std::vector<std::shared_ptr<const host::CurvePath>> kept;
+            std::vector<const host::CurvePath*> paths;
+            for (void* curve : curves) {
+                kept.push_back(static_cast<AcDbCurve*>(static_cast<AcDbEntity*>(curve))->path());
+                paths.push_back(kept.back().get());
+            }
+            faces.push_back({AcGeVector3d::kZAxis, host::closedLoops(paths, 1e-6)});
+            for (void* curve : curves) delete static_cast<AcDbEntity*>(curve);
+        };
+        corpus[i]->explode(parts);
+        for (void* part : parts) {
+            const std::unique_ptr<AcDbEntity> entity(static_cast<AcDbEntity*>(part));
+            if (const auto* inner = AcDbRegion::cast(entity.get())) add(*inner);
+        }
+        if (faces.empty()) add(*corpus[i]);
+        const auto read =
+            host::facesOf(host::readModelerText(host::modelerGroups(host::modelerTextOf(faces))));
+        ASSERT_TRUE(read) << i << host::modelerTextOf(faces);
+        double area = 0;
+        for (const host::PlanarFace& face : *read) area += host::areaOf(face);
+        EXPECT_NEAR(areaOf(*corpus[i]), area, 1e-9) << i;
+        // The outer loop runs counter-clockwise, holes clockwise, as readers may rely on.
+        for (const host::PlanarFace& face : *read)
+            for (const host::FaceLoop& loop : face.loops)
+                EXPECT_EQ(&loop == &face.loops.front(), host::areaVector(loop).dotProduct(face.normal) > 0);
     }
 }
 
