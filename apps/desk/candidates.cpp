@@ -18,9 +18,15 @@ QStringList candidatesOf(const host::PromptRequest& request) {
     if (request.kind == Kind::objects)
         return {"All",   "Window",   "Crossing", "WPolygon", "CPolygon",
                 "Fence", "Previous", "Last",     "Add",      "Remove"};
-    if (request.kind != Kind::command) return keywordsOf(request);
-    QStringList names;
     const auto* stack = static_cast<AcEdCommandStack*>(acrxSysRegistry()->at(ACRX_COMMAND_DOCK));
+    QStringList names;
+    if (request.kind != Kind::command) {
+        names = keywordsOf(request);
+        if (!request.blanksEnd) return names; // a text may begin with the mark
+        for (const auto& command : stack->commands())
+            if (command->isTransparent()) names += "'" + shown(command->localName());
+        return names;
+    }
     for (const auto& command : stack->commands()) names += shown(command->localName());
     for (const host::SystemVariable& variable : host::systemVariables()) names += shown(variable.name);
     return names;

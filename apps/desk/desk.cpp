@@ -76,6 +76,7 @@ void Desk::connectWindow() {
     const auto complain = [this](const QString& sentence) { frontEnd_.print(L"\n" + wide(sentence)); };
     window_.layers().edit = window_.properties().edit = edit;
     window_.layers().complain = window_.properties().complain = complain;
+    window_.aids().onSwitched = [this](const QString& note) { frontEnd_.print(L"\n" + wide(note)); };
 }
 
 Desk::~Desk() {
@@ -188,6 +189,7 @@ void Desk::showState() {
     if (current < int(tabs.size()))
         window_.showDrawing(tabs[size_t(current)].title, tabs[size_t(current)].changed);
     window_.setRecent(recentFiles());
+    window_.aids().refresh();
     window_.layers().show(curDoc() ? curDoc()->database() : nullptr);
     showSelection();
 }

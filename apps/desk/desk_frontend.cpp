@@ -13,6 +13,7 @@
 
 #include "apps/desk/candidates.h"
 #include "apps/desk/qt_text.h"
+#include "apps/desk/texts.h"
 #include "host/ed/answers.h"
 #include "host/ed/editor.h"
 #include "host/ed/interpreter.h"
@@ -249,7 +250,7 @@ PromptReply DeskFrontEnd::fileReply(const PromptRequest& request) {
     const QStringList endings = shown(wish.extensions).split(';', Qt::SkipEmptyParts);
     if (!endings.isEmpty()) {
         const QString patterns = "*." + endings.join(" *.");
-        dialog.setNameFilters({"Files (" + patterns + ")", "All files (*)"});
+        dialog.setNameFilters({say(L"文件") + " (" + patterns + ")", say(L"所有文件 (*)")});
         dialog.setDefaultSuffix(endings.front());
     }
     if (!wish.initial.empty()) dialog.selectFile(shown(wish.initial));
@@ -404,7 +405,7 @@ void DeskFrontEnd::open(const std::wstring& target) {
 bool DeskFrontEnd::progress(const std::wstring& caption, double share) {
     if (!working_.isValid()) working_.start();
     if (share >= 0 && !progress_ && working_.elapsed() > kLongWork) {
-        progress_ = std::make_unique<QProgressDialog>(QString(), "Cancel", 0, 1000, line_.window());
+        progress_ = std::make_unique<QProgressDialog>(QString(), say(L"取消"), 0, 1000, line_.window());
         progress_->setWindowModality(Qt::ApplicationModal);
         progress_->setMinimumDuration(0);
         progress_->setAutoClose(false);

@@ -55,4 +55,10 @@ std::optional<QString> switchAid(int key) {
     return std::nullopt;
 }
 
+bool aidIsOn(int key) {
+    if (key == Qt::Key_F3) return numberOf(L"OSMODE") > 0 && !(numberOf(L"OSMODE") & kSnapsOff);
+    if (key == Qt::Key_F7) return numberOf(L"GRIDMODE") != 0;
+    return key == Qt::Key_F8 && numberOf(L"ORTHOMODE") != 0;
+}
+
 } // namespace desk

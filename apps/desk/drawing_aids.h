@@ -16,5 +16,6 @@ AcGePoint3d alongAxis(const AcGePoint3d& base, const AcGePoint3d& point);
 // F3 (object snaps), F7 (grid) or F8 (along the axes): switches, and gives what to tell the user; nothing for
 // other keys.
 std::optional<QString> switchAid(int key);
+bool aidIsOn(int key); // false for other keys
 
 } // namespace desk

@@ -34,7 +34,7 @@ QString pictureFilter() {
 
 MainWindow::MainWindow()
     : canvas_(new Canvas), line_(new CommandLine), tabs_(new DrawingTabs), layers_(new LayersPanel),
-      properties_(new PropertiesPanel), coordinates_(new QLabel) {
+      properties_(new PropertiesPanel), aids_(new AidButtons), coordinates_(new QLabel) {
     auto* middle = new QWidget;
     auto* column = new QVBoxLayout(middle);
     column->setContentsMargins(0, 0, 0, 0);
@@ -43,6 +43,7 @@ MainWindow::MainWindow()
     column->addWidget(canvas_, 1);
     setCentralWidget(middle);
     statusBar()->addWidget(coordinates_);
+    statusBar()->addPermanentWidget(aids_);
     canvas_->onMove = [this](const AcGePoint3d& world) { showPoint(world); };
     setAcceptDrops(true);
     makeDocks();

@@ -7,6 +7,7 @@
 #include <map>
 #include <string>
 
+#include "apps/desk/aid_buttons.h"
 #include "apps/desk/canvas.h"
 #include "apps/desk/command_line.h"
 #include "apps/desk/drawing_tabs.h"
@@ -30,6 +31,7 @@ public:
     DrawingTabs& tabs() { return *tabs_; }
     LayersPanel& layers() { return *layers_; }
     PropertiesPanel& properties() { return *properties_; }
+    AidButtons& aids() { return *aids_; }
 
     std::function<void(const std::wstring& line)> onCommand; // a menu's, with its answers
     std::function<void(const QString& path)> onPicture;      // write one
@@ -79,6 +81,7 @@ private:
     DrawingTabs* tabs_;
     LayersPanel* layers_;
     PropertiesPanel* properties_;
+    AidButtons* aids_;
     QLabel* coordinates_;
     std::map<QString, QAction*> actions_;
     std::map<QString, QMenu*> submenus_;

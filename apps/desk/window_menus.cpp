@@ -203,6 +203,7 @@ void MainWindow::retranslate() {
     layers_->retranslate();
     properties_->retranslate();
     line_->retranslate();
+    aids_->retranslate();
 }
 
 } // namespace desk

@@ -3,7 +3,10 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLabel>
+#include <QMenuBar>
 #include <QTest>
+#include <QToolBar>
+#include <QToolButton>
 
 #include "apps/desk/desk_settings.h"
 #include "host/ed/sysvars.h"
@@ -91,6 +94,52 @@ TEST_F(CommandLineTest, ACommandInsideAnotherOneAndItsKeywordsClicked) {
           }});
     EXPECT_NEAR(after, before / 2, 1e-9);
     EXPECT_EQ(end, AcGePoint3d(5, 5, 0));
+}
+
+TEST_F(CommandLineTest, TabOffersWhatCanBeAnsweredKeywordsAndTransparentCommands) {
+    QString keyword, inside, none;
+    play({type("LINE"), type("0,0"), [&] { keyword = after({Qt::Key_Tab}, "u"); }, type("LINE"), type("0,0"),
+          [&] { inside = after({Qt::Key_Tab}, "'ZO"); }, type("LINE"),
+          [&] { none = after({Qt::Key_Tab}, "ZO"); }});
+    EXPECT_EQ(keyword, "Undo");
+    EXPECT_EQ(inside, "'ZOOM");
+    EXPECT_EQ(none, "ZO") << "without the mark it is no answer to a point";
+}
+
+// Menu items and tool buttons type their command; those that aren't built yet are grey.
+TEST_F(CommandLineTest, ModulesMenusAndToolButtonsStartCommands) {
+    size_t buttons = 0;
+    bool iconed = true;
+    play({[&] {
+              const auto* bar = desk_->window().findChild<QToolBar*>("moduleBar");
+              ASSERT_TRUE(bar);
+              for (QAction* action : bar->actions()) {
+                  ++buttons;
+                  iconed = iconed && !action->icon().isNull() && action->toolTip().contains(" - ");
+              }
+              bar->actions().front()->trigger();
+          },
+          pause(), press(Qt::Key_Escape),
+          [&] {
+              for (QAction* menu : desk_->window().menuBar()->actions())
+                  if (menu->text() == "Corvane Tools")
+                      menu->menu()->actions().front()->menu()->actions().front()->setObjectName("found");
+              auto* action = desk_->window().findChild<QAction*>("found");
+              ASSERT_TRUE(action);
+              EXPECT_FALSE(action->statusTip().isEmpty());
+          }});
+    EXPECT_GT(buttons, 8u);
+    EXPECT_TRUE(iconed);
+    EXPECT_TRUE(transcript().contains("_SCVN_PLYH")) << transcript().toStdString();
+}
+
+TEST_F(CommandLineTest, StatusButtonsSwitchTheAidsAndShowWhatIsTyped) {
+    bool on = false, off = true, byVariable = false;
+    play({[&] { QTest::mouseClick(desk_->window().aids().button(2), Qt::LeftButton); },
+          [&] { on = desk_->window().aids().button(2)->isChecked(); }, press(Qt::Key_F8),
+          [&] { off = !desk_->window().aids().button(2)->isChecked(); }, type("ORTHOMODE 1"),
+          [&] { byVariable = desk_->window().aids().button(2)->isChecked(); }});
+    EXPECT_TRUE(on && off && byVariable) << transcript().toStdString();
 }
 
 TEST_F(CommandLineTest, TypedLinesAndTheWindowsPartsComeBackAtTheNextStart) {
