@@ -1,5 +1,6 @@
 // Dialogs with real widgets, worked by hand.
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -80,6 +81,47 @@ TEST_F(DialogTest, WhatAControlIsToldShowsInItsWidget) {
     });
     play(steps);
     EXPECT_EQ(shown, "31");
+}
+
+// The whole way: drawn and arrayed by hand, saved, opened beside the first drawing, and taken up again.
+TEST_F(DialogTest, AnArrayIsSavedOpenedAgainAndItsDialogHoldsWhatWasSet) {
+    const QString path = QString::fromStdString(folder() / "array.dxf");
+    std::wstring count;
+    QString size;
+    auto steps = array();
+    const auto then = [&](std::vector<std::function<void()>> more) {
+        steps.insert(steps.end(), more.begin(), more.end());
+    };
+    then({pause(),
+          [&] {
+              auto* edit = control<QLineEdit>(kCount);
+              ASSERT_TRUE(edit) << transcript().toStdString();
+              edit->selectAll();
+              QTest::keyClicks(edit, "7");
+              auto* variation = control<QComboBox>(1089);
+              variation->setFocus();
+              QTest::keyClick(variation, Qt::Key_Down); // another than the first
+              size = variation->currentText();
+              QTest::mouseClick(control<QPushButton>(IDOK), Qt::LeftButton);
+          },
+          pause(), type("SAVEAS \"" + path + "\""), type("CLOSE"), pause(), type("OPEN \"" + path + "\""),
+          pause(),
+          [&] {
+              EXPECT_EQ(desk_->window().tabs().tabText(desk_->window().tabs().currentIndex()), "array.dxf");
+              const QString handle = QString::number(Adesk::UInt64(entities().back().handle()), 16);
+              desk_->frontEnd().typeLine(("AAC (handent \"" + handle + "\")").toStdWString());
+          },
+          pause(100),
+          [&] {
+              ASSERT_TRUE(dialog()) << transcript().toStdString();
+              count = host::windowOf(GetDlgItem(host::modalDialogs().back(), kCount))->text;
+              EXPECT_EQ(control<QComboBox>(1089)->currentText(), size);
+              QTest::keyClick(dialog(), Qt::Key_Escape);
+          },
+          pause()});
+    play(steps);
+    EXPECT_EQ(count, L"7") << transcript().toStdString();
+    EXPECT_NE(size, "Constant");
 }
 
 } // namespace

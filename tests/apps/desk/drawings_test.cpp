@@ -1,9 +1,11 @@
 // Several drawings in one window: tabs, questions about unsaved changes, recent files.
 #include <QMenu>
 #include <QTest>
+#include <cstring>
 
 #include "apps/desk/desk_settings.h"
 #include "host/dxf/dxf.h"
+#include "host/os/files.h"
 #include "tests/apps/desk/desk_play.h"
 
 namespace desktest {
@@ -109,6 +111,22 @@ TEST_F(DrawingsTest, RecentFilesAreOfferedLatestFirstAndForgottenWhenGone) {
     EXPECT_EQ(offered, (QStringList{b, a}));
     EXPECT_EQ(opened, 1u);
     EXPECT_EQ(rest, QStringList{a});
+}
+
+TEST_F(DrawingsTest, PicturesAreWrittenInEachFormat) {
+    struct Row {
+        const char *name, *begins;
+    };
+    const Row rows[] = {{"a.svg", "<?xml"}, {"a.png", "\x89PNG"}, {"a.pdf", "%PDF"}};
+    play({type("LINE 0,0 5,5 "), [&] {
+              for (const Row& row : rows) desk_->window().onPicture(QString::fromStdString(path(row.name)));
+          }});
+    for (const Row& row : rows) {
+        std::string bytes;
+        EXPECT_FALSE(host::readWhole(path(row.name), bytes)) << row.name;
+        EXPECT_EQ(bytes.substr(0, std::strlen(row.begins)), row.begins);
+    }
+    EXPECT_EQ(transcript().count("Written: "), 3);
 }
 
 TEST_F(DrawingsTest, SelectAllLeavesHiddenAndLockedLayersOut) {
