@@ -87,17 +87,17 @@ void Canvas::followDrawing() {
     const std::vector<AcDbObjectId> asked = host::screen().takeRedrawn();
     changes.entities.insert(changes.entities.end(), asked.begin(), asked.end());
     if (!changes.any()) return;
-    bool anew = true;
+    Scene::Touched touched{.everything = true, .anywhere = true, .box = {}};
     if (!database)
         scene_.clear();
     else if (changes.everything)
         scene_.rebuild(*database, map_);
     else
-        anew = scene_.update(*database, map_, changes.entities);
-    if (anew) texts_.clear();
+        touched = scene_.update(*database, map_, changes.entities);
+    if (touched.everything) texts_.clear();
+    paintChanges(touched);
     snap_.reset();
     grips_.gather(want_.grips ? selected_ : std::vector<AcDbObjectId>());
-    state_ = State::stale;
 }
 
 // The grid may have been switched, and the axes it lies in turned.
@@ -114,7 +114,7 @@ void Canvas::followView() {
 // to rest.
 void Canvas::drawForView() {
     if (scene_.viewed().empty() || !watch_.database()) return;
-    if (scene_.update(*watch_.database(), map_, scene_.viewed())) texts_.clear();
+    if (scene_.update(*watch_.database(), map_, scene_.viewed()).everything) texts_.clear();
     state_ = State::stale;
 }
 
@@ -184,6 +184,38 @@ void Canvas::makePicture() {
     overlayStale_ = true;
 }
 
+void Canvas::paintPart(const QRect& part) {
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        auto* row = reinterpret_cast<QRgb*>(picture_.scanLine(y));
+        std::fill(row + part.left(), row + part.right() + 1, groundColor(dark_).rgb());
+    }
+    paintScene(picture_, scene_, map_, look(), texts_, part);
+    overlayStale_ = true;
+}
+
+// Of a picture that is right but for what has changed only that part is painted.
+void Canvas::paintChanges(const Scene::Touched& touched) {
+    constexpr int kRound = 16; // pixels that widths of lines reach beyond boxes
+    const bool other = !map_.sameSide(pictured_) || map_.view().height != pictured_.view().height ||
+                       map_.view().center != pictured_.view().center || map_.pixels() != pictured_.pixels();
+    if (touched.everything || touched.anywhere || other || gridded_ || state_ != State::fine)
+        return void(state_ = State::stale);
+    if (!touched.box.isValid()) return;
+    AcDbExtents2d seen;
+    AcGePoint2d at;
+    for (unsigned corner = 0; corner < 8; ++corner)
+        if (map_.toScreen({(corner & 1 ? touched.box.maxPoint() : touched.box.minPoint()).x,
+                           (corner & 2 ? touched.box.maxPoint() : touched.box.minPoint()).y,
+                           (corner & 4 ? touched.box.maxPoint() : touched.box.minPoint()).z},
+                          at))
+            seen.addPoint(at);
+    const qreal ratio = picture_.devicePixelRatio();
+    const QRectF part(QPointF(seen.minPoint().x, seen.minPoint().y) * ratio,
+                      QPointF(seen.maxPoint().x, seen.maxPoint().y) * ratio);
+    const QRectF whole = picture_.rect();
+    paintPart((part.adjusted(-kRound, -kRound, kRound, kRound) & whole).toAlignedRect() & picture_.rect());
+}
+
 // A view that has moved by whole pixels needs nothing but the strips that have come into it.
 bool Canvas::shiftPicture() {
     const qreal ratio = picture_.devicePixelRatio();
@@ -201,14 +233,7 @@ bool Canvas::shiftPicture() {
                     size_t(4 * kept.width()));
     shifted.setDevicePixelRatio(ratio);
     picture_ = std::move(shifted);
-    const QRegion fresh = QRegion(picture_.rect()) - kept;
-    for (const QRect& strip : fresh) {
-        for (int y = strip.top(); y <= strip.bottom(); ++y) {
-            auto* row = reinterpret_cast<QRgb*>(picture_.scanLine(y));
-            std::fill(row + strip.left(), row + strip.right() + 1, groundColor(dark_).rgb());
-        }
-        paintScene(picture_, scene_, map_, look(), texts_, strip);
-    }
+    for (const QRect& strip : QRegion(picture_.rect()) - kept) paintPart(strip);
     pictured_ = map_;
     state_ = State::fine;
     overlayStale_ = true;

@@ -87,6 +87,8 @@ private:
     void tellSize();
     void makePicture();
     bool shiftPicture();
+    void paintPart(const QRect& part);
+    void paintChanges(const Scene::Touched& touched);
     PaintLook look() const;
     void showPicture(QPainter& painter);
 

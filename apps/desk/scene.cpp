@@ -2,6 +2,7 @@
 #include "apps/desk/scene.h"
 
 #include <algorithm>
+#include <cmath>
 #include <unordered_set>
 #include <utility>
 
@@ -22,10 +23,17 @@ bool isEndless(const host::DisplayPrimitive& primitive) {
     return primitive.kind == Kind::ray || primitive.kind == Kind::xline;
 }
 
-AcDbExtents2d seenBox(AcDbExtents box, const AcGeMatrix3d& toDisplay) {
+// By the middle and the half sides, whose parts along an axis of the view add up.
+AcDbExtents2d seenBox(const AcDbExtents& box, const AcGeMatrix3d& toDisplay) {
     if (!box.isValid()) return {};
-    box.transformBy(toDisplay);
-    return {AcGePoint2d(box.minPoint().x, box.minPoint().y), AcGePoint2d(box.maxPoint().x, box.maxPoint().y)};
+    const AcGeVector3d half = (box.maxPoint() - box.minPoint()) / 2;
+    const AcGePoint3d middle = toDisplay * (box.minPoint() + half);
+    const auto reach = [&](unsigned row) {
+        return std::abs(toDisplay(row, 0)) * half.x + std::abs(toDisplay(row, 1)) * half.y +
+               std::abs(toDisplay(row, 2)) * half.z;
+    };
+    const double x = reach(0), y = reach(1);
+    return {AcGePoint2d(middle.x - x, middle.y - y), AcGePoint2d(middle.x + x, middle.y + y)};
 }
 
 const std::vector<AcDbObjectId>& entitiesOf(AcDbDatabase& database) {
@@ -64,7 +72,15 @@ void Scene::rebuild(AcDbDatabase& database, const ScreenMap& map) {
     coarse_.follow(list());
 }
 
+void Scene::touch(PrimitiveRange range) {
+    for (std::uint32_t i = range.first; i < range.end; ++i) {
+        touched_.box.addExt(list().primitives[i].box);
+        touched_.anywhere = touched_.anywhere || isEndless(list().primitives[i]);
+    }
+}
+
 void Scene::forget(PrimitiveRange range) {
+    touch(range);
     std::fill(gone_.begin() + range.first, gone_.begin() + range.end, true);
     goneCount_ += range.end - range.first;
 }
@@ -112,15 +128,18 @@ void Scene::draw(AcDbObjectId id) {
     }
     part.range.end = std::uint32_t(list().primitives.size());
     gone_.resize(part.range.end, false);
+    touch(part.range);
 }
 
-bool Scene::update(AcDbDatabase& database, const ScreenMap& map, const std::vector<AcDbObjectId>& changed) {
+Scene::Touched Scene::update(AcDbDatabase& database, const ScreenMap& map,
+                             const std::vector<AcDbObjectId>& changed) {
     // Much is quicker drawn in one go, and that leaves nothing behind.
     const size_t living = list().primitives.size() - goneCount_;
     if (!collector_ || changed.size() > kMostChanged + order_.size() / 4 || goneCount_ > kMostGone + living) {
         rebuild(database, map);
-        return true;
+        return {.everything = true, .anywhere = true, .box = {}};
     }
+    touched_ = {};
     collector_->setView(map.view(), map.pixels().width());
     std::vector<AcDbObjectId> stale = takeOrder(entitiesOf(database));
     stale.insert(stale.end(), changed.begin(), changed.end());
@@ -129,7 +148,7 @@ bool Scene::update(AcDbDatabase& database, const ScreenMap& map, const std::vect
         if (done.insert(id).second) draw(id);
     coarse_.follow(list());
     if (indexed_) indexLoose(side_);
-    return false;
+    return touched_;
 }
 
 PrimitiveRange Scene::of(AcDbObjectId owner) const {

@@ -23,10 +23,15 @@ class Scene {
 public:
     // Draws the current space anew, as the view asks for it.
     void rebuild(AcDbDatabase& database, const ScreenMap& map);
+    // What an update has changed.
+    struct Touched {
+        bool everything = false; // it came to a rebuild, so that numbers in the list mean something else
+        bool anywhere = false;   // something endless has come or gone
+        AcDbExtents box;         // of all that has, world coordinates
+    };
     // Draws the entities named anew; those that have left the space go, those that have come are found
     // without being named. Shows the same as a rebuild. Needs a rebuild of the same drawing and space before.
-    // True when it came to a rebuild, so that numbers in the list mean something else.
-    bool update(AcDbDatabase& database, const ScreenMap& map, const std::vector<AcDbObjectId>& changed);
+    Touched update(AcDbDatabase& database, const ScreenMap& map, const std::vector<AcDbObjectId>& changed);
     void clear();
     // Holds more than is shown, in no order that matters: find() names what is.
     const host::DisplayList& list() const;
@@ -61,6 +66,7 @@ private:
     };
     void draw(AcDbObjectId id);
     void forget(PrimitiveRange range);
+    void touch(PrimitiveRange range);
     std::vector<AcDbObjectId> takeOrder(const std::vector<AcDbObjectId>& entities);
     void index(const ScreenMap& map);
     void indexLoose(const ScreenMap& map);
@@ -78,6 +84,7 @@ private:
     std::vector<bool> gone_;           // by primitive
     std::vector<std::uint32_t> ranks_; // by owner's number in the list
     size_t goneCount_ = 0;
+    Touched touched_; // so far
 
     ScreenMap side_; // that the index is made for
     bool indexed_ = false;

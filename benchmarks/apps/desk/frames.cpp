@@ -94,6 +94,21 @@ void BM_Zoom(benchmark::State& state) {
     }
 }
 
+// The eye goes round the drawing: each frame is seen from another side.
+void BM_Orbit(benchmark::State& state) {
+    Bench bench(state);
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(640, 400), QPointF(640, 400), Qt::MiddleButton,
+                      Qt::MiddleButton, Qt::ShiftModifier);
+    QApplication::sendEvent(&bench.canvas, &press);
+    int step = 0;
+    for (auto _ : state) {
+        ++step;
+        bench.mouse(QEvent::MouseMove, {640.0 + step % 60, 400.0 - step % 30}, Qt::NoButton,
+                    Qt::MiddleButton);
+        bench.canvas.repaint();
+    }
+}
+
 // The exact picture of everything, as it stands when the view has come to rest.
 void BM_WholePicture(benchmark::State& state) {
     Bench bench(state);
@@ -182,6 +197,7 @@ BENCHMARK(BM_Pan)
         ->MeasureProcessCPUTime()                                                                            \
         ->UseRealTime()
 ON_GROWING_DRAWINGS(BM_Zoom);
+ON_GROWING_DRAWINGS(BM_Orbit);
 ON_GROWING_DRAWINGS(BM_WholePicture);
 ON_GROWING_DRAWINGS(BM_FirstPicture);
 ON_GROWING_DRAWINGS(BM_OneEntityChanges);

@@ -83,7 +83,7 @@ protected:
         if (anew)
             scene_.rebuild(drawing_, map_);
         else
-            anew = scene_.update(drawing_, map_, changes.entities);
+            anew = scene_.update(drawing_, map_, changes.entities).everything;
         Scene fresh;
         fresh.rebuild(drawing_, map_);
         const QImage here = picture(scene_), there = picture(fresh);
