@@ -3,6 +3,7 @@
 
 #include <random>
 
+#include "core/host/entities.h"
 #include "deform/box/ffd.h"
 #include "host/ed/startup.h"
 

@@ -21,24 +21,46 @@ host::DisplayList drawn(const AcGiDrawable& drawable) {
 
 } // namespace
 
+size_t AcGiTransientManager::find(const AcGiDrawable* drawable, AcGiTransientDrawingMode mode) {
+    if (stale_) {
+        for (auto& places : places_) places.clear();
+        for (size_t i = 0; i < entries_.size(); ++i) places_[entries_[i].mode][entries_[i].drawable] = i;
+        stale_ = false;
+    }
+    const auto found = places_[mode].find(drawable);
+    return found == places_[mode].end() ? entries_.size() : found->second;
+}
+
+// The last entry goes without moving others, so that those who take out what they added, backwards, are
+// quick.
+void AcGiTransientManager::eraseAt(size_t place) {
+    stale_ = stale_ || place + 1 < entries_.size();
+    places_[entries_[place].mode].erase(entries_[place].drawable);
+    entries_.erase(entries_.begin() + std::ptrdiff_t(place));
+}
+
 bool AcGiTransientManager::addTransient(AcGiDrawable* drawable, AcGiTransientDrawingMode mode, int subMode,
                                         const AcArray<int>& viewports) {
-    const auto same = [&](const Entry& e) { return e.drawable == drawable && e.mode == mode; };
-    if (!drawable || std::any_of(entries_.begin(), entries_.end(), same)) return false;
+    if (!drawable || mode < kAcGiMain || mode > kAcGiContrast || find(drawable, mode) < entries_.size())
+        return false;
     Entry entry{drawable, mode, subMode, {viewports.begin(), viewports.end()}, drawn(*drawable)};
     const auto before = [](const Entry& a, const Entry& b) {
         return std::tie(a.mode, a.subMode) < std::tie(b.mode, b.subMode);
     };
-    entries_.insert(std::upper_bound(entries_.begin(), entries_.end(), entry, before), std::move(entry));
+    const auto at = std::upper_bound(entries_.begin(), entries_.end(), entry, before);
+    stale_ = at != entries_.end();
+    places_[mode][drawable] = entries_.size();
+    entries_.insert(at, std::move(entry));
     ++generation_;
     return true;
 }
 
 bool AcGiTransientManager::updateTransient(AcGiDrawable* drawable, const AcArray<int>&) {
     bool found = false;
-    for (Entry& entry : entries_) {
-        if (entry.drawable != drawable) continue;
-        entry.picture = drawn(*drawable);
+    for (int mode = kAcGiMain; mode <= kAcGiContrast; ++mode) {
+        const size_t place = find(drawable, AcGiTransientDrawingMode(mode));
+        if (place == entries_.size()) continue;
+        entries_[place].picture = drawn(*drawable);
         found = true;
     }
     generation_ += found;
@@ -46,7 +68,13 @@ bool AcGiTransientManager::updateTransient(AcGiDrawable* drawable, const AcArray
 }
 
 bool AcGiTransientManager::eraseTransient(AcGiDrawable* drawable, const AcArray<int>&) {
-    const bool found = std::erase_if(entries_, [&](const Entry& e) { return e.drawable == drawable; }) > 0;
+    bool found = false;
+    for (int mode = kAcGiMain; mode <= kAcGiContrast; ++mode) {
+        const size_t place = find(drawable, AcGiTransientDrawingMode(mode));
+        if (place == entries_.size()) continue;
+        eraseAt(place);
+        found = true;
+    }
     generation_ += found;
     return found;
 }
@@ -56,6 +84,7 @@ bool AcGiTransientManager::eraseTransients(AcGiTransientDrawingMode mode, int su
         return e.mode == mode && (subMode == -1 || e.subMode == subMode);
     };
     const bool found = std::erase_if(entries_, meant) > 0;
+    stale_ = stale_ || found;
     generation_ += found;
     return found;
 }

@@ -3,6 +3,8 @@
 // ends show the lists.
 #pragma once
 
+#include <array>
+#include <unordered_map>
 #include <vector>
 
 #include "host/ge/array.h"
@@ -29,8 +31,8 @@ public:
         host::DisplayList picture;
     };
 
-    // False for null and for a drawable that is there already in that mode. The drawable stays the caller's,
-    // who takes it out before it dies. An empty list of viewports means all.
+    // False for null, for a mode that is none, and for a drawable that is there already in that mode. The
+    // drawable stays the caller's, who takes it out before it dies. An empty list of viewports means all.
     bool addTransient(AcGiDrawable* drawable, AcGiTransientDrawingMode mode, int subMode,
                       const AcArray<int>& viewports);
     bool updateTransient(AcGiDrawable* drawable, const AcArray<int>& viewports);
@@ -46,7 +48,14 @@ public:
     unsigned generation() const { return generation_; }
 
 private:
+    // The place among the entries, or their number.
+    size_t find(const AcGiDrawable* drawable, AcGiTransientDrawingMode mode);
+    void eraseAt(size_t place);
+
     std::vector<Entry> entries_;
+    // By mode; only looked up, never walked. Stale when entries have moved.
+    std::array<std::unordered_map<const AcGiDrawable*, size_t>, kAcGiContrast + 1> places_;
+    bool stale_ = false;
     unsigned generation_ = 0;
 };
 

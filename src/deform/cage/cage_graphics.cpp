@@ -98,7 +98,7 @@ void CageGraphics::drawMarks() {
 }
 
 void CageGraphics::dropMarks() {
-    for (const auto& mark : marks_) drop(*mark);
+    std::for_each(marks_.rbegin(), marks_.rend(), [](const auto& mark) { drop(*mark); });
     marks_.clear();
 }
 

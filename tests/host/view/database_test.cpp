@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <tuple>
+
 #include "host/db/database.h"
 
 using namespace host;
@@ -169,4 +172,35 @@ TEST_F(Drawing, TransientsAreKeptInDrawingOrderAndRedrawnOnUpdate) {
     EXPECT_TRUE(manager.eraseTransients(kAcGiDirectTopmost, -1, all));
     EXPECT_FALSE(manager.eraseTransient(&above, all));
     EXPECT_TRUE(manager.eraseTransient(&below, all));
+}
+
+// Many of them, in several modes, that come, change and go in any order.
+TEST_F(Drawing, TransientsAreFoundWhateverCameAndWentBefore) {
+    AcGiTransientManager manager;
+    const AcArray<int> all;
+    std::vector<Stroke> strokes(40);
+    for (size_t i = 0; i < strokes.size(); ++i) {
+        EXPECT_TRUE(
+            manager.addTransient(&strokes[i], AcGiTransientDrawingMode(i * 7 % 5), int(i * 3 % 4), all));
+        if (i % 4 == 0) {
+            EXPECT_TRUE(manager.addTransient(&strokes[i], kAcGiContrast, 0, all));
+        }
+    }
+    EXPECT_EQ(manager.entries().size(), 50u);
+    for (size_t i = 0; i < strokes.size(); i += 3) EXPECT_TRUE(manager.eraseTransient(&strokes[i], all)) << i;
+    manager.eraseTransients(kAcGiSprite, -1, all);
+    for (size_t i = 0; i < strokes.size(); ++i) {
+        const auto& entries = manager.entries();
+        const auto count = std::count_if(entries.begin(), entries.end(),
+                                         [&](const auto& entry) { return entry.drawable == &strokes[i]; });
+        strokes[i].setVisibility(AcDb::kInvisible);
+        EXPECT_EQ(manager.updateTransient(&strokes[i], all), count > 0) << i;
+    }
+    for (const auto& entry : manager.entries()) EXPECT_TRUE(entry.picture.primitives.empty());
+    EXPECT_TRUE(
+        std::is_sorted(manager.entries().begin(), manager.entries().end(), [](const auto& a, const auto& b) {
+            return std::tie(a.mode, a.subMode) < std::tie(b.mode, b.subMode);
+        }));
+    for (Stroke& stroke : strokes) manager.eraseTransient(&stroke, all);
+    EXPECT_TRUE(manager.entries().empty());
 }
