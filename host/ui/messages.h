@@ -135,8 +135,8 @@ inline constexpr UINT RDW_INVALIDATE = 1, RDW_ERASE = 4, RDW_ALLCHILDREN = 0x80,
 inline constexpr LRESULT HTTRANSPARENT = -1, HTNOWHERE = 0, HTCLIENT = 1, HTCAPTION = 2;
 inline constexpr UINT MK_LBUTTON = 1, MK_RBUTTON = 2, MK_SHIFT = 4, MK_CONTROL = 8;
 inline constexpr UINT DLGC_WANTALLKEYS = 4, DLGC_WANTARROWS = 1, DLGC_WANTCHARS = 0x80;
-inline constexpr UINT VK_TAB = 9, VK_RETURN = 13, VK_SHIFT = 16, VK_CONTROL = 17, VK_MENU = 18, VK_ESCAPE = 27,
-                      VK_SPACE = 32, VK_DELETE = 46;
+inline constexpr UINT VK_TAB = 9, VK_RETURN = 13, VK_SHIFT = 16, VK_CONTROL = 17, VK_MENU = 18,
+                      VK_ESCAPE = 27, VK_SPACE = 32, VK_DELETE = 46;
 inline constexpr UINT IMAGE_BITMAP = 0, IMAGE_ICON = 1;
 
 // Drawing.
