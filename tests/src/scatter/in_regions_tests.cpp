@@ -195,6 +195,7 @@ TEST(ScatterClip, FollowsTheOutlineOfBoundariesThatHangTogether) {
     ScatterDrawing drawing;
     const AcDbObjectId ring = drawing.addCircle({0, 0, 0}, 10), square = addSquare(drawing, 12);
     const AcDbObjectId within = drawing.addCircle({2, 2, 0}, 1), apart = drawing.addCircle({100, 0, 0}, 10);
+    const std::string before = drawing.bytes();
     drawing.scatter(kCommand, {ring, square, within}, L"C\n3\nN\n200\nN\nY\n");
     AcGePoint3dArray corners;
     for (const AcGePoint3d& corner : clipOf(drawing.arrays().back())) {
@@ -206,6 +207,8 @@ TEST(ScatterClip, FollowsTheOutlineOfBoundariesThatHangTogether) {
             << corner.x << "," << corner.y;
         corners.append(corner);
     }
+    drawing.run(L"U\n");
+    EXPECT_EQ(before, drawing.bytes()) << "patterns and clip are one step";
     // Of the square, which sticks out of the circle, the corner away from it; and where they cross.
     for (const AcGePoint3d& expected :
          {AcGePoint3d(12, 12, 0), AcGePoint3d(0, 10, 0), AcGePoint3d(0, 12, 0)}) {

@@ -181,3 +181,12 @@ TEST(ScatterOnCurves, NothingIsMadeOfNothing) {
     drawing.scatter(kCommand, {line}, L"C\n1\nN\n^C\n");
     EXPECT_EQ(before, drawing.bytes());
 }
+
+TEST(ScatterOnCurves, MoreSourcesThanAReferenceCanKeepAreTold) {
+    ScatterDrawing drawing;
+    for (int i = 0; i < 3000; ++i) drawing.addLine({0, double(i), 0}, {1, double(i), 0});
+    const std::string transcript = drawing.run(L"rndScatter1\nall\n\nC\n1\nY\nN\nN\n3000\nN\n");
+    EXPECT_THAT(transcript, HasSubstr("参数无法保存在散布块中"));
+    EXPECT_EQ(3000u, contentsOf<AcDbCircle>(drawing.array()).size());
+    EXPECT_FALSE(ReadParams<Params>(drawing.array()));
+}
