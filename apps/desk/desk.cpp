@@ -59,7 +59,7 @@ void Desk::connectWindow() {
         AcApDocument* next = drawings_.at(drawings_.current() + 1);
         switchTo(next ? next : drawings_.at(0));
     };
-    window_.onSelectAll = [this] { whenFree([this] { selectAll(); }); };
+    window_.onSelectAll = [this] { whenFree([this] { selectLayer({}); }); };
     window_.onLanguage = [this](const std::wstring& code) {
         speak(code);
         followLanguage();
@@ -152,7 +152,7 @@ void Desk::closeDrawing(AcApDocument* document) {
     });
 }
 
-void Desk::selectAll() {
+void Desk::selectLayer(const std::wstring& name) {
     AcDbObjectPointer<AcDbBlockTableRecord> space(session_.drawing().currentSpaceId(), AcDb::kForRead);
     if (!space) return;
     std::vector<AcDbObjectId> seen;
@@ -160,7 +160,8 @@ void Desk::selectAll() {
         AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
         if (!entity || entity->visibility() == AcDb::kInvisible) continue;
         AcDbObjectPointer<AcDbLayerTableRecord> layer(entity->layerId(), AcDb::kForRead);
-        if (layer && !layer->isOff() && !layer->isFrozen() && !layer->isLocked()) seen.push_back(id);
+        if (!layer || (!name.empty() && !host::equalNoCase(layer->name(), name))) continue;
+        if (!layer->isOff() && !layer->isFrozen() && !layer->isLocked()) seen.push_back(id);
     }
     frontEnd_.setSelection(std::move(seen));
 }

@@ -28,6 +28,8 @@ public:
 
     // Unsaved changes are not asked about any more.
     void discard() { discards_ = true; }
+    // What can be seen and changed becomes selected; with a name only what lies on that layer.
+    void selectLayer(const std::wstring& name);
     // The window's place and panels, and the lines typed, as they were at the last end; kept at the end.
     void remember();
 
@@ -43,7 +45,6 @@ private:
     void change(const wchar_t* name, std::function<void()> work);
     void switchTo(AcApDocument* document);
     void closeDrawing(AcApDocument* document);
-    void selectAll();
     void showState();
     void showSelection();
     void followLanguage();

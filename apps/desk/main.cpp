@@ -22,14 +22,16 @@ QPixmap pictureOf(QWidget& window) {
     return all;
 }
 
-// Types the lines one after the other, each at a prompt, then writes the picture and ends the program.
-void play(desk::Desk& desk, QStringList lines, const QString& picture) {
+// Types the lines one after the other, each at a prompt, selects what lies on the layer, then writes the
+// picture and ends the program.
+void play(desk::Desk& desk, QStringList lines, const QString& layer, const QString& picture) {
     constexpr int kPause = 60; // milliseconds, for the window to settle
-    QTimer::singleShot(kPause, &desk.window(), [&desk, lines, picture]() mutable {
+    QTimer::singleShot(kPause, &desk.window(), [&desk, lines, layer, picture]() mutable {
         if (!lines.isEmpty()) {
             desk.frontEnd().typeLine(lines.takeFirst().toStdWString());
-            return play(desk, lines, picture);
+            return play(desk, lines, layer, picture);
         }
+        if (!layer.isEmpty()) desk.selectLayer(layer.toStdWString());
         if (picture.isEmpty()) return;
         pictureOf(desk.window()).save(picture);
         for (QWidget* other : QApplication::topLevelWidgets())
@@ -54,7 +56,8 @@ int main(int count, char** words) {
     const QCommandLineOption picture("screenshot", "Write a picture of the window once it stands, and end.",
                                      "file");
     const QCommandLineOption line("line", "Type this line first; may be given several times.", "text");
-    parser.addOptions({language, picture, line});
+    const QCommandLineOption select("select", "Select what lies on this layer.", "layer");
+    parser.addOptions({language, picture, line, select});
     parser.addPositionalArgument("drawing", "The drawing to open.", "[DRAWING.dxf]");
     parser.process(application);
     const QStringList named = parser.positionalArguments();
@@ -65,7 +68,7 @@ int main(int count, char** words) {
     if (!desk.start(named.isEmpty() ? std::string() : named.front().toStdString(),
                     parser.value(language).toStdString()))
         return 3;
-    play(desk, parser.values(line), parser.value(picture));
+    play(desk, parser.values(line), parser.value(select), parser.value(picture));
     desk.run();
     return 0;
 }

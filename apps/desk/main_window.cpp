@@ -20,7 +20,7 @@
 namespace desk {
 namespace {
 
-constexpr int kWidth = 1280, kHeight = 860, kPanelWidth = 280, kLineHeight = 150;
+constexpr int kWidth = 1280, kHeight = 860, kPanelWidth = 330, kLineHeight = 150;
 
 // An answer that may hold blanks.
 std::wstring quoted(const QString& path) { return L"\"" + wide(path) + L"\""; }

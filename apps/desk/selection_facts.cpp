@@ -96,6 +96,11 @@ void addFeatures(const AcDbEntity& entity, std::set<const Feature*>& found) {
                 if (host::equalNoCase(feature.application, group->resval.rstring)) found.insert(&feature);
 }
 
+// What names none is by layer.
+AcDbObjectId linetypeOf(const AcDbEntity& entity) {
+    return entity.linetypeId().isNull() ? entity.database()->byLayerLinetype() : entity.linetypeId();
+}
+
 template <class T> void narrow(std::optional<T>& common, const T& value, bool first) {
     if (first)
         common = value;
@@ -141,7 +146,7 @@ SelectionFacts factsOf(const std::vector<AcDbObjectId>& entities) {
         ++kinds[kindOf(*entity)];
         narrow(facts.layer, entity->layerId(), first);
         narrow(facts.color, entity->color(), first);
-        narrow(facts.linetype, entity->linetypeId(), first);
+        narrow(facts.linetype, linetypeOf(*entity), first);
         narrow(facts.weight, entity->lineWeight(), first);
         addFeatures(*entity, features);
         if (const auto* curve = AcDbCurve::cast(&*entity); curve && entities.size() <= kMostMeasured)
