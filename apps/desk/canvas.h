@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QTimer>
 #include <QWidget>
+#include <array>
 #include <functional>
 #include <optional>
 #include <set>
@@ -36,8 +37,14 @@ public:
     std::function<void(const AcGePoint3d& world)> onPoint;
     // Null where nothing was hit; `shift` takes away from a selection.
     std::function<void(AcDbObjectId entity, const AcGePoint3d& world, bool shift)> onEntity;
-    // Two corners on the user's plane; from right to left what touches the window counts too.
-    std::function<void(const AcGePoint3d& from, const AcGePoint3d& to, bool crossing, bool shift)> onWindow;
+    // A window on the screen: its corners on the user's plane, and what lies in it; from right to left what
+    // touches it counts too.
+    struct Window {
+        std::array<AcGePoint3d, 4> corners;
+        std::vector<AcDbObjectId> entities;
+        bool crossing = false, shift = false;
+    };
+    std::function<void(const Window& window)> onWindow;
     std::function<void(const std::function<void()>& move)> onGrip; // does the move as a command
     std::function<void()> onEnter;                                 // the right button
     std::function<void(QKeyEvent* event)> onKey;                   // typed over the drawing

@@ -166,7 +166,12 @@ void Canvas::pressLeft(QMouseEvent* event) {
 void Canvas::finishWindow(const QPointF& at, bool shift) {
     const QPointF from = map_.fromDisplay(*window_);
     window_.reset();
-    if (onWindow) onWindow(pointAt(from), pointAt(at), at.x() < from.x(), shift);
+    Window window;
+    window.crossing = at.x() < from.x();
+    window.shift = shift;
+    window.corners = {pointAt(from), pointAt({at.x(), from.y()}), pointAt(at), pointAt({from.x(), at.y()})};
+    window.entities = entitiesWithin(scene_, map_, QRectF(from, at), window.crossing);
+    if (onWindow) onWindow(window);
 }
 
 void Canvas::mousePressEvent(QMouseEvent* event) {

@@ -104,9 +104,7 @@ DeskFrontEnd::DeskFrontEnd(Canvas& canvas, CommandLine& line)
     canvas_.onEntity = [this](AcDbObjectId id, const AcGePoint3d& at, bool shift) {
         pickEntity(id, at, shift);
     };
-    canvas_.onWindow = [this](const AcGePoint3d& from, const AcGePoint3d& to, bool crossing, bool shift) {
-        pickWindow(from, to, crossing, shift);
-    };
+    canvas_.onWindow = [this](const Canvas::Window& window) { pickWindow(window); };
     canvas_.onGrip = [this](const std::function<void()>& move) { moveGrip(move); };
     canvas_.onNote = [this](const QString& text) { line_.append(text + "\n"); };
 }
@@ -318,15 +316,15 @@ void DeskFrontEnd::pickEntity(AcDbObjectId entity, const AcGePoint3d& world, boo
     answer(reply);
 }
 
-void DeskFrontEnd::pickWindow(const AcGePoint3d& from, const AcGePoint3d& to, bool crossing, bool shift) {
-    const AcGePoint3d a = host::worldToUcs(from), b = host::worldToUcs(to);
-    const std::vector<AcDbObjectId> hit = host::entitiesIn(
-        {from, host::ucsToWorld({b.x, a.y, a.z}), to, host::ucsToWorld({a.x, b.y, b.z})}, crossing);
-    if (asked_.kind == Kind::command) return select(hit, shift);
-    showPicked(changed(picked_, hit, shift));
-    queue_ = {pointReply(from), pointReply(to)};
-    PromptReply first = textReply(crossing ? L"_C" : L"_W");
-    if (shift) {
+// The editor hears of it as a polygon, which is right from whatever side the drawing is seen.
+void DeskFrontEnd::pickWindow(const Canvas::Window& window) {
+    if (asked_.kind == Kind::command) return select(window.entities, window.shift);
+    showPicked(changed(picked_, window.entities, window.shift));
+    queue_.clear();
+    for (const AcGePoint3d& corner : window.corners) queue_.push_back(pointReply(corner));
+    queue_.push_back(textReply({}));
+    PromptReply first = textReply(window.crossing ? L"_CP" : L"_WP");
+    if (window.shift) {
         queue_.push_front(first);
         queue_.push_back(textReply(L"_A"));
         first = textReply(L"_R");

@@ -64,7 +64,7 @@ private:
     void answer(host::PromptReply reply);
     void echo(const host::PromptReply& reply);
     void pickEntity(AcDbObjectId entity, const AcGePoint3d& world, bool shift);
-    void pickWindow(const AcGePoint3d& from, const AcGePoint3d& to, bool crossing, bool shift);
+    void pickWindow(const Canvas::Window& window);
     bool moveGripTo(const std::wstring& text);
     void moveGrip(const std::function<void()>& move);
     void select(const std::vector<AcDbObjectId>& entities, bool shift);

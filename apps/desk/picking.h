@@ -8,4 +8,9 @@ namespace desk {
 // before the insides of areas, later ones before earlier ones.
 AcDbObjectId entityUnder(Scene& scene, const ScreenMap& map, const QPointF& pixel, double radius);
 
+// The entities that lie wholly in the rectangle of pixels, or with `crossing` those that touch it, too, in
+// drawing order. By their strokes: the inside of an area counts for nothing.
+std::vector<AcDbObjectId> entitiesWithin(Scene& scene, const ScreenMap& map, const QRectF& pixels,
+                                         bool crossing);
+
 } // namespace desk

@@ -9,9 +9,9 @@
 
 #include "apps/corvane/session.h"
 #include "apps/desk/canvas.h"
+#include "apps/desk/picking.h"
 #include "benchmarks/apps/desk/mixed_drawing.h"
 #include "host/ed/editor.h"
-#include "host/ed/prompting.h"
 #include "host/ed/selection.h"
 #include "host/ent/line.h"
 
@@ -155,10 +155,12 @@ void BM_OneEntityChanges(benchmark::State& state) {
 // What a window round a quarter of the drawing takes.
 void BM_CrossingWindow(benchmark::State& state) {
     Bench bench(state);
-    const double side = 6 * std::sqrt(double(state.range(0)));
+    desk::Scene scene;
+    scene.rebuild(bench.drawing(), bench.canvas.map());
+    scene.prepare(bench.canvas.map());
     size_t found = 0;
     for (auto _ : state)
-        found = host::entitiesIn({{0, 0, 0}, {side, 0, 0}, {side, side, 0}, {0, side, 0}}, true).size();
+        found = desk::entitiesWithin(scene, bench.canvas.map(), QRectF(640, 400, 640, 400), true).size();
     state.counters["found"] = double(found);
     bench.canvas.frames += int(state.iterations());
 }

@@ -7,7 +7,9 @@
 #include "apps/desk/list_painter.h"
 #include "apps/desk/picking.h"
 #include "apps/desk/scene.h"
+#include "host/ed/prompting.h"
 #include "host/ent/line.h"
+#include "host/ent/ray.h"
 #include "tests/apps/desk/desk_play.h"
 
 namespace desktest {
@@ -96,6 +98,68 @@ TEST_F(CanvasTest, ZoomExtentsShowsEverything) {
               const QRect inside = canvas().rect().adjusted(5, 5, -5, -5);
               EXPECT_TRUE(inside.contains(pixel(1000, 2000)));
               EXPECT_TRUE(inside.contains(pixel(1500, 2200)));
+          }});
+}
+
+// Windows on the canvas take what the editor's own take.
+TEST_F(CanvasTest, WindowsTakeWhatTheEditorsDo) {
+    std::mt19937 random(11);
+    std::uniform_real_distribution<double> place(0, 100);
+    std::vector<std::function<void()>> steps{type(kView)};
+    const auto number = [&] { return QString::number(place(random), 'f', 3); };
+    for (int i = 0; i < 40; ++i) {
+        const QString at = number() + "," + number(), to = number() + "," + number();
+        const QString kinds[] = {"LINE " + at + " " + to + " ",
+                                 "CIRCLE " + at + " " + QString::number(i % 9 + 1),
+                                 "PLINE " + at + " W 2 1 " + to + " 50,50 "};
+        steps.push_back(type(kinds[i % 3]));
+    }
+    const char* views[] = {"ZOOM W -10,-10 110,90", "-VIEW O SE"};
+    for (const char* view : views) {
+        steps.push_back(type(view));
+        steps.push_back([&] {
+            size_t taken = 0;
+            for (int i = 0; i < 60; ++i) {
+                const QRectF window(QPointF(place(random) * 6, place(random) * 5),
+                                    QPointF(place(random) * 6, place(random) * 5));
+                std::vector<AcGePoint3d> corners;
+                for (const QPointF corner :
+                     {window.topLeft(), window.topRight(), window.bottomRight(), window.bottomLeft()})
+                    corners.push_back(canvas().pointAt(corner));
+                for (const bool crossing : {false, true}) {
+                    const auto here = desk::entitiesWithin(scene(), canvas().map(), window, crossing);
+                    EXPECT_EQ(here, host::entitiesIn(corners, crossing))
+                        << i << (crossing ? " crossing" : " window");
+                    taken += here.size();
+                }
+            }
+            EXPECT_GT(taken, 200u);
+        });
+    }
+    play(steps);
+}
+
+TEST_F(CanvasTest, EndlessLinesAreTouchedAnywhereAndNeverHeld) {
+    const auto add = [this](host::EndlessCurve* line, const AcGePoint3d& base,
+                            const AcGeVector3d& direction) {
+        line->setBasePoint(base);
+        line->setUnitDir(direction);
+        AcDbObjectPointer<AcDbBlockTableRecord> space(drawing().modelSpaceId(), AcDb::kForWrite);
+        AcDbObjectId id;
+        EXPECT_EQ(space->appendAcDbEntity(id, line), Acad::eOk);
+        line->close();
+    };
+    play({type(kView), [&] {
+              add(new AcDbXline, {0, 0, 0}, {1, 1, 0});
+              add(new AcDbRay, {50, 10, 0}, {1, 0, 0});
+              const auto within = [&](double x, double y, double toX, double toY, bool crossing) {
+                  const QRectF window(pixel(x, y), pixel(toX, toY));
+                  return desk::entitiesWithin(scene(), canvas().map(), window, crossing).size();
+              };
+              EXPECT_EQ(within(70, 75, 80, 65, true), 1u);
+              EXPECT_EQ(within(90, 15, 95, 5, true), 1u);
+              EXPECT_EQ(within(30, 15, 40, 5, true), 0u); // behind the ray's start
+              EXPECT_EQ(within(-5, 50, 105, -5, false), 0u);
           }});
 }
 

@@ -9,6 +9,7 @@
 #include "host/ent/conics.h"
 #include "host/ent/line.h"
 #include "host/ent/polyline.h"
+#include "host/ent/ray.h"
 #include "tests/apps/desk/desk_play.h"
 
 namespace desktest {
@@ -108,6 +109,14 @@ TEST_F(SceneTest, EveryKindOfChangeShowsAsInANewScene) {
 
     change<AcDbPolyline>(low, [](AcDbPolyline& band) { band.setPointAt(0, {5, 70}); });
     EXPECT_TRUE(follow("the lowest changes and stays the lowest"));
+    log.commit();
+    auto* line = new AcDbXline;
+    line->setBasePoint({20, 20, 0});
+    line->setUnitDir({1, 2, 0});
+    const AcDbObjectId endless = add(line);
+    EXPECT_TRUE(follow("an endless one comes"));
+    change<AcDbXline>(endless, [](AcDbXline& moved) { moved.setBasePoint({60, 20, 0}); });
+    EXPECT_TRUE(follow("and moves"));
     log.commit();
     const AcDbObjectId top = addBand(0.8, 5);
     EXPECT_TRUE(follow("one comes"));
