@@ -13,6 +13,7 @@
 #include <QStatusBar>
 #include <QVBoxLayout>
 
+#include "apps/desk/icons.h"
 #include "apps/desk/qt_text.h"
 #include "apps/desk/texts.h"
 #include "host/ed/prompting.h"
@@ -46,6 +47,7 @@ MainWindow::MainWindow()
     statusBar()->addPermanentWidget(aids_);
     canvas_->onMove = [this](const AcGePoint3d& world) { showPoint(world); };
     setAcceptDrops(true);
+    setWindowIcon(iconOf("SCVN_PLBLENDS", palette().color(QPalette::WindowText), kAccent));
     makeDocks();
     makeActions();
     makeMenus();
@@ -145,6 +147,13 @@ void MainWindow::dropEvent(QDropEvent* event) {
 void MainWindow::moveEvent(QMoveEvent* event) {
     QMainWindow::moveEvent(event);
     if (onScreen) onScreen();
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape || !event->text().isEmpty())
+        line_->take(event);
+    else
+        QMainWindow::keyPressEvent(event);
 }
 
 void MainWindow::changeEvent(QEvent* event) {

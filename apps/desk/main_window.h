@@ -56,6 +56,7 @@ protected:
     void dropEvent(QDropEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override; // what no part of the window has taken
 
 private:
     void makeDocks();
@@ -85,6 +86,7 @@ private:
     QLabel* coordinates_;
     std::map<QString, QAction*> actions_;
     std::map<QString, QMenu*> submenus_;
+    QStringList recent_; // as shown
     std::vector<std::pair<QMenu*, const wchar_t*>> menuTitles_;
     std::vector<std::pair<QWidget*, const wchar_t*>> titles_; // of docks and tool bars
     std::vector<QMenu*> moduleMenus_;

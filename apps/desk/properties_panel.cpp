@@ -40,8 +40,13 @@ QString weightName(AcDb::LineWeight weight) {
     }
 }
 
-template <class T> int placeOf(const std::vector<T>& all, const std::optional<T>& one) {
+int placeOf(const std::vector<AcCmColor>& all, const std::optional<AcCmColor>& one) {
     const auto found = one ? std::find(all.begin(), all.end(), *one) : all.end();
+    return found == all.end() ? -1 : int(found - all.begin());
+}
+template <class Row> int placeOf(const std::vector<Row>& all, const std::optional<AcDbObjectId>& id) {
+    const auto found =
+        std::find_if(all.begin(), all.end(), [&](const Row& row) { return id && row.id == *id; });
     return found == all.end() ? -1 : int(found - all.begin());
 }
 
@@ -90,22 +95,21 @@ void PropertiesPanel::show(AcDbDatabase* database, const std::vector<AcDbObjectI
     fillBoxes();
     fillColors(facts.color);
     showFacts(facts);
-    layer_->setCurrentIndex(placeOf(layers_, facts.layer));
-    linetype_->setCurrentIndex(placeOf(linetypes_, facts.linetype));
+    layer_->setCurrentIndex(placeOf(layerRows_, facts.layer));
+    linetype_->setCurrentIndex(placeOf(linetypeRows_, facts.linetype));
 }
 
+// There may be thousands, and this is done at every prompt.
 void PropertiesPanel::fillBoxes() {
-    layers_.clear();
-    layer_->clear();
-    for (const LayerRow& row : layerRows(*database_)) {
-        layers_.push_back(row.id);
-        layer_->addItem(colorSwatch(row.color), row.name);
+    if (auto layers = layerRows(*database_); layers != layerRows_) {
+        layerRows_ = std::move(layers);
+        layer_->clear();
+        for (const LayerRow& row : layerRows_) layer_->addItem(colorSwatch(row.color), row.name);
     }
-    linetypes_.clear();
-    linetype_->clear();
-    for (const LinetypeRow& row : linetypeRows(*database_)) {
-        linetypes_.push_back(row.id);
-        linetype_->addItem(row.name);
+    if (auto linetypes = linetypeRows(*database_); linetypes != linetypeRows_) {
+        linetypeRows_ = std::move(linetypes);
+        linetype_->clear();
+        for (const LinetypeRow& row : linetypeRows_) linetype_->addItem(row.name);
     }
 }
 
@@ -151,7 +155,7 @@ void PropertiesPanel::change(std::function<int()> ofSelection, std::function<voi
 }
 
 void PropertiesPanel::chooseLayer(int row) {
-    const AcDbObjectId layer = layers_[size_t(row)];
+    const AcDbObjectId layer = layerRows_[size_t(row)].id;
     change([ids = selection_, layer] { return moveToLayer(ids, layer); },
            [this, layer] {
                const QString refused = makeLayerCurrent(layer);
@@ -173,7 +177,7 @@ void PropertiesPanel::chooseColor(int row) {
 }
 
 void PropertiesPanel::chooseLinetype(int row) {
-    const AcDbObjectId linetype = linetypes_[size_t(row)];
+    const AcDbObjectId linetype = linetypeRows_[size_t(row)].id;
     change([ids = selection_, linetype] { return setLinetype(ids, linetype); },
            [this, linetype] { database_->setCeltype(linetype); });
 }

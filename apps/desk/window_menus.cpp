@@ -13,7 +13,6 @@ namespace desk {
 namespace {
 
 constexpr int kIconSize = 22;
-const QColor kAccent(0xD8, 0x5A, 0x1E); // of what a tool adds or changes
 
 // "&New..." as "New".
 QString plain(QString text) {
@@ -145,6 +144,8 @@ void MainWindow::fillLanguageMenu() {
 
 void MainWindow::setRecent(const QStringList& paths) {
     QMenu* menu = submenu("recent...");
+    if (paths == recent_ && !paths.isEmpty()) return;
+    recent_ = paths;
     menu->clear();
     menu->setEnabled(!paths.isEmpty());
     for (const QString& path : paths)

@@ -106,6 +106,18 @@ TEST_F(CommandLineTest, TabOffersWhatCanBeAnsweredKeywordsAndTransparentCommands
     EXPECT_EQ(none, "ZO") << "without the mark it is no answer to a point";
 }
 
+TEST_F(CommandLineTest, EscapeLeadsFromAPanelBackToTheLineAndCancels) {
+    bool focused = false;
+    play({type("LINE"), type("0,0"), [&] {
+              QTreeWidget* list = desk_->window().layers().list();
+              list->setFocus();
+              QTest::keyClick(list, Qt::Key_Escape);
+              focused = line().input()->hasFocus() || desk_->window().focusWidget() == line().input();
+          }});
+    EXPECT_TRUE(focused);
+    EXPECT_TRUE(transcript().contains("*Cancel*"));
+}
+
 // Menu items and tool buttons type their command; those that aren't built yet are grey.
 TEST_F(CommandLineTest, ModulesMenusAndToolButtonsStartCommands) {
     size_t buttons = 0;
