@@ -3,6 +3,7 @@
 // gizmo, picking and selection, is in cage_loop.h.
 #pragma once
 #include <array>
+#include <functional>
 #include <memory>
 #include <span>
 #include <vector>
@@ -64,6 +65,8 @@ public:
     virtual GizmoAxes axes() const {
         return {AcGeVector3d::kXAxis, AcGeVector3d::kYAxis, AcGeVector3d::kZAxis};
     }
+    // Set while a gizmo stands: a cage whose axes have changed meanwhile calls it.
+    std::function<void()> turnGizmo;
     // These were moved by the user: a cage whose points hang together takes others along.
     virtual void moved(std::span<const int> indices) { (void)indices; }
     // Key L, and what is printed of it. Here it is the shape lock, under which control points move and

@@ -8,7 +8,6 @@ namespace corvane::deform {
 Acad::ErrorStatus GizmoInputMonitor::monitorInputPoint(const AcEdInputPoint& input,
                                                        AcEdInputPointMonitorResult&) {
     const TransientGizmo& gizmo = session_.graphics.gizmo();
-    session_.view.catchUp();
     if (!gizmo.visible || !input.pointComputed()) return Acad::eOk;
     const ScreenMap screen = CurrentScreen();
     const Pixel cursor = screen.pixel(input.computedPoint());
@@ -58,12 +57,12 @@ void GizmoInputMonitor::tellScale(const AcGePoint3d& cursor) {
     tooltip_.show(TranslateFormat(L"缩放%s: %.3f", ShortHandleName(session_.lockedHandle), factor), mouse);
 }
 
-GizmoListening::GizmoListening(CageSession& session) : monitor_(session), document_(curDoc()) {
-    if (document_ && document_->inputPointManager()->addPointMonitor(&monitor_) != Acad::eOk)
-        document_ = nullptr;
-}
-GizmoListening::~GizmoListening() {
-    if (document_) document_->inputPointManager()->removePointMonitor(&monitor_);
+GizmoListening::GizmoListening(CageSession& session) : session_(session) {
+    session_.cage.turnGizmo = [this] {
+        if (!session_.graphics.gizmo().visible) return;
+        session_.showGizmo();
+        acedUpdateDisplay();
+    };
 }
 
 } // namespace corvane::deform

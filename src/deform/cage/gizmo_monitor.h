@@ -2,7 +2,6 @@
 // under the cursor, a scale tells its factor, a rotation shows the sector it sweeps. The drawing's objects
 // stay as they are; of what is shown the gizmo alone is drawn again.
 #pragma once
-#include "core/host/editor.h"
 #include "deform/cage/cage_session.h"
 #include "deform/cage/scale_tooltip.h"
 
@@ -24,18 +23,20 @@ private:
 };
 using FFDGizmoInputMonitor = GizmoInputMonitor;
 
-// While one lives it listens to the current document; ok() is false when there is none.
+// While one lives the gizmo hears where the cursor goes over the current document, and turns when the cage
+// says so; ok() is false when there is no document.
 class GizmoListening {
 public:
     explicit GizmoListening(CageSession& session);
-    ~GizmoListening();
+    ~GizmoListening() { session_.cage.turnGizmo = {}; }
     GizmoListening(const GizmoListening&) = delete;
     GizmoListening& operator=(const GizmoListening&) = delete;
-    bool ok() const { return document_ != nullptr; }
+    bool ok() const { return listening_.ok(); }
 
 private:
-    GizmoInputMonitor monitor_;
-    AcApDocument* document_;
+    CageSession& session_;
+    GizmoInputMonitor monitor_{session_};
+    InputListening listening_{monitor_};
 };
 
 } // namespace corvane::deform

@@ -47,7 +47,10 @@ public:
         return true;
     }
 
+    corvane::deform::GizmoAxes axes() const override { return frame; }
+
     std::vector<ControlPoint> points;
+    corvane::deform::GizmoAxes frame = Cage::axes();
     std::vector<corvane::deform::CageEdge> lines;
     std::wstring asked;
     int applied = 0;

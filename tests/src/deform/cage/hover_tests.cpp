@@ -169,6 +169,19 @@ TEST_F(Hovering, DotsAreDiscsFromEverySide) {
     EXPECT_EQ(before, changes());
 }
 
+TEST_F(Hovering, GizmosTurnWhenTheCageSaysSo) {
+    EXPECT_FALSE(cage.turnGizmo);
+    start(GizmoMode::move);
+    {
+        const GizmoListening listening(session);
+        cage.frame = {AcGeVector3d(0, 1, 0), AcGeVector3d(-1, 0, 0), AcGeVector3d::kZAxis};
+        cage.turnGizmo();
+        hover(0, 200); // up the page is X now
+        EXPECT_EQ(kAxisX, gizmo().hoverHandle);
+    }
+    EXPECT_FALSE(cage.turnGizmo);
+}
+
 // Panning tells of every step: the cage is drawn again five times a second at most, and never left out.
 TEST_F(Hovering, TheViewIsFollowedAtATick) {
     host::setClock(host::ClockSetting{0, 1000});
@@ -182,10 +195,10 @@ TEST_F(Hovering, TheViewIsFollowedAtATick) {
     host::setClock(host::ClockSetting{0, 1200});
     host::viewChanged();
     EXPECT_EQ(0u, marker());
-    session.view.catchUp();
+    host::cursorMoved({1, 1, 0});
     EXPECT_EQ(0u, marker());
     host::setClock(host::ClockSetting{0, 1201});
-    session.view.catchUp();
+    host::cursorMoved({1, 2, 0});
     EXPECT_EQ(4u, marker());
     host::setClock(std::nullopt);
     acedRedraw(nullptr, 0);
