@@ -1,5 +1,6 @@
 // Projection, levels of detail, and the letters of texts.
 #include "apps/desk/list_painter.h"
+#include "apps/desk/box_index.h"
 
 #include <algorithm>
 #include <cmath>
@@ -42,19 +43,31 @@ std::uint32_t readableInk(std::uint32_t rgb, bool dark) {
 
 QColor groundColor(bool dark) { return dark ? QColor(0x1E, 0x23, 0x29) : QColor(Qt::white); }
 
-const host::TextOutline& TextOutlines::of(const host::DisplayList& list, std::uint32_t text) {
-    const std::lock_guard lock(asking_);
-    if (outlines_.size() <= text) outlines_.resize(list.texts.size());
-    auto& outline = outlines_[text];
-    const host::DisplayText& source = list.texts[text];
-    if (!outline)
-        outline = std::make_unique<const host::TextOutline>(
-            host::textMetrics()->outlines(list.faces[source.face], 1, source.text));
-    return *outline;
+void TextOutlines::prepare(const host::DisplayList& list, const ScreenMap& map, const QRectF& part) {
+    constexpr double kOverhang = 32; // pixels that letters may reach beyond their boxes
+    outlines_.resize(std::max(outlines_.size(), list.texts.size()));
+    const bool inDepth = map.view().perspective;
+    const AcDbExtents2d seen = map.covered(part.adjusted(-kOverhang, -kOverhang, kOverhang, kOverhang));
+    const AcGeMatrix3d toDisplay = map.view().worldToDisplay();
+    const double least = kUnreadable / map.pixelsPerUnit();
+    for (std::size_t i = 0; i < list.texts.size(); ++i) {
+        const host::DisplayText& text = list.texts[i];
+        if (outlines_[i] || (!inDepth && text.up.lengthSqrd() < least * least)) continue;
+        AcDbExtents2d box;
+        for (unsigned corner = 0; corner < 4; ++corner) {
+            const AcGePoint3d p =
+                toDisplay * (text.origin + text.right * (corner & 1 ? text.high.x : text.low.x) +
+                             text.up * (corner & 2 ? text.high.y : text.low.y));
+            box.addPoint({p.x, p.y});
+        }
+        if (inDepth || meets(box, seen))
+            outlines_[i] = std::make_unique<const host::TextOutline>(
+                host::textMetrics()->outlines(list.faces[text.face], 1, text.text));
+    }
 }
 
 ListPainter::ListPainter(RasterBand& band, const ScreenMap& map, double ratio, const PaintLook& look,
-                         TextOutlines& texts)
+                         const TextOutlines& texts)
     : band_(band), map_(map), inDepth_(map.view().perspective), ratio_(ratio),
       perUnit_(map.pixelsPerUnit() * ratio), look_(look), texts_(texts) {
     const AcGeMatrix3d toScreen = map.worldToPixels();
@@ -188,11 +201,12 @@ void ListPainter::paintText(const host::DisplayList& list, std::uint32_t index) 
         return;
     right = {right.x - origin.x, right.y - origin.y};
     up = {up.x - origin.x, up.y - origin.y};
-    if (std::hypot(up.x, up.y) < kUnreadable * ratio_) {
+    const host::TextOutline* outline = texts_.of(index);
+    if (!outline || std::hypot(up.x, up.y) < kUnreadable * ratio_) {
         const LetterFrame place{origin, right, up};
         band_.thinLine(place({text.low.x, 0.5}), place({text.high.x, 0.5}));
     } else {
-        fillLetters(texts_.of(list, index), origin, right, up);
+        fillLetters(*outline, origin, right, up);
     }
 }
 
@@ -234,6 +248,7 @@ void ListPainter::fillLetters(const host::TextOutline& outline, Point origin, Po
 
 void paintList(QImage& picture, const host::DisplayList& list, const ScreenMap& map, const PaintLook& look) {
     TextOutlines texts;
+    texts.prepare(list, map, QRectF(QPointF(0, 0), QSizeF(map.pixels())));
     RasterBand band(reinterpret_cast<std::uint32_t*>(picture.bits()), picture.bytesPerLine() / 4,
                     {0, picture.width(), 0, picture.height()});
     ListPainter painter(band, map, picture.devicePixelRatio(), look, texts);

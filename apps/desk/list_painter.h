@@ -3,7 +3,6 @@
 #include <QColor>
 #include <QImage>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <vector>
 
@@ -20,14 +19,18 @@ struct PaintLook {
     double extraWidth = 0;            // pixels, added to the width of lines
 };
 
-// The outlines of a list's texts at a height of 1, made when they are first wanted; several threads may ask.
+// The outlines of a list's texts at a height of 1. They are made on the thread that shows the window, before
+// others paint with them: fonts belong to the thread that has loaded them.
 class TextOutlines {
 public:
-    const host::TextOutline& of(const host::DisplayList& list, std::uint32_t text);
+    // Those that can be read in the view and may show in the part of its pixels.
+    void prepare(const host::DisplayList& list, const ScreenMap& map, const QRectF& part);
+    const host::TextOutline* of(std::uint32_t text) const { // null: not prepared
+        return text < outlines_.size() ? outlines_[text].get() : nullptr;
+    }
     void clear() { outlines_.clear(); }
 
 private:
-    std::mutex asking_;
     std::vector<std::unique_ptr<const host::TextOutline>> outlines_;
 };
 
@@ -37,7 +40,7 @@ class ListPainter {
 public:
     // `ratio`: the picture's pixels for one of the map's. `texts` belongs to the lists that are painted.
     ListPainter(RasterBand& band, const ScreenMap& map, double ratio, const PaintLook& look,
-                TextOutlines& texts);
+                const TextOutlines& texts);
     void paint(const host::DisplayList& list, const host::DisplayPrimitive& primitive) {
         paint(list, primitive, list.contours(primitive));
     }
@@ -65,7 +68,7 @@ private:
     double ratio_, perUnit_; // pixels of the picture for a unit of the drawing
     double toPixels_[2][4];  // for parallel projections
     PaintLook look_;
-    TextOutlines& texts_;
+    const TextOutlines& texts_;
     double width_ = 1;
     const host::DisplayStyle* style_ = nullptr; // in use
     std::vector<Point> path_;

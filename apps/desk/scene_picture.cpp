@@ -21,6 +21,8 @@ public:
           ratio_(picture.devicePixelRatio()), scene_(scene), map_(map), look_(look), texts_(texts),
           only_(only), part_(part & picture.rect()), next_(part_.top()) {
         scene.prepare(map);
+        texts.prepare(scene.list(), map,
+                      QRectF(QPointF(part_.topLeft()) / ratio_, QSizeF(part_.size()) / ratio_));
         const int threads = std::max(1, int(std::thread::hardware_concurrency()));
         rows_ = std::max(kBandRows, part_.height() / (threads * kBandsAThread) + 1);
         const int bands = (part_.height() + rows_ - 1) / rows_;
@@ -55,7 +57,7 @@ private:
     const Scene& scene_;
     const ScreenMap& map_;
     const PaintLook& look_;
-    TextOutlines& texts_;
+    const TextOutlines& texts_;
     const std::vector<bool>* only_;
     QRect part_;
     std::atomic<int> next_;
