@@ -142,12 +142,18 @@ std::string modelerTextOf(const PlanarFaces& faces) {
            "1 9.9999999999999995e-007 1e-010\n" + records.all();
 }
 
-// Lines of more letters than a group takes go on in groups 3, parted at blanks.
 GroupList modelerGroups(const std::string& text) {
-    constexpr size_t kLongest = 200;
     GroupList groups;
     groups.append(Group::ofText(100, "AcDbModelerGeometry"));
     groups.append(Group::ofInteger(70, 1));
+    for (const Group line : modelerLines(text)) groups.append(line);
+    return groups;
+}
+
+// Lines of more letters than a group takes go on in groups 3, parted at blanks.
+GroupList modelerLines(const std::string& text) {
+    constexpr size_t kLongest = 200;
+    GroupList groups;
     for (size_t from = 0; from < text.size();) {
         const size_t end = std::min(text.find('\n', from), text.size());
         for (int code = 1; from < end || code == 1; code = 3) {

@@ -11,5 +11,7 @@ namespace host {
 std::string modelerTextOf(const PlanarFaces& faces);
 // The groups of an entity with that text: its marker, the text's version, and its lines, ciphered.
 GroupList modelerGroups(const std::string& text);
+// Its lines alone.
+GroupList modelerLines(const std::string& text);
 
 } // namespace host

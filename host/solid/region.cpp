@@ -8,6 +8,7 @@
 #include "host/gi/draw.h"
 #include "host/solid/modeler_faces.h"
 #include "host/solid/modeler_write.h"
+#include "host/solid/solid3d.h"
 
 HOST_DEFINE_CLASS(AcDbRegion, AcDbEntity, L"REGION")
 
@@ -157,4 +158,6 @@ Acad::ErrorStatus AcDbRegion::subExplode(AcDbVoidPtrArray& parts) const {
     return Acad::eOk;
 }
 
-void host::registerSolidClasses() { AcDbRegion::desc(); }
+void host::registerSolidClasses() {
+    AcDbRegion::desc(), AcDb3dSolid::desc(), AcDbBody::desc(), AcDbSurface::desc(), AcDbPlaneSurface::desc();
+}

@@ -10,6 +10,7 @@
 #include "host/ent/spline.h"
 #include "host/ent/text.h"
 #include "host/solid/region.h"
+#include "host/solid/solid3d.h"
 
 namespace corvane::host_door {
 

@@ -39,11 +39,20 @@ public:
             for (unsigned i = 0; i < 4; ++i) face->getVertexAt(i, points_[i]);
         } else if (const auto* curve = AcDbCurve::cast(&entity)) {
             subdivision_.on ? along(*curve) : vertices(*curve);
+        } else if (entity.isKindOf(AcDb3dSolid::desc()) || entity.isKindOf(AcDbSurface::desc())) {
+            corners(entity);
         }
     }
 
 private:
     int pieces(double length, int low) const { return PieceCount(length, box_, subdivision_.level, low); }
+
+    void corners(const AcDbEntity& entity) {
+        AcDbExtents extents;
+        if (entity.getGeomExtents(extents) != Acad::eOk) return;
+        const AcGePoint3d ends[] = {extents.minPoint(), extents.maxPoint()};
+        for (size_t n = 0; n < 8; ++n) points_.push_back({ends[n & 1].x, ends[n >> 1 & 1].y, ends[n >> 2].z});
+    }
 
     void along(const AcDbCurve& curve) {
         if (curve.isKindOf(AcDbLine::desc())) return line(curve);
