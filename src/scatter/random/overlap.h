@@ -29,7 +29,8 @@ struct ScatterPlacement {
 // Placements by the cells of a grid. Nothing that reaches farther than a cell is found.
 class PlacementGrid {
 public:
-    PlacementGrid(const AcGePoint2d& origin, double cell) : origin_(origin), cell_(cell) {}
+    // A cell that isn't above 0 counts as 1.
+    PlacementGrid(const AcGePoint2d& origin, double cell) : origin_(origin), cell_(cell > 0 ? cell : 1) {}
     // Whether a box of that width and height about the centre runs into a placement, by more than 1e-9.
     bool IsTaken(const AcGePoint2d& centre, double width, double height) const;
     void Add(const ScatterPlacement& placement);
