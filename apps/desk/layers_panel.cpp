@@ -11,6 +11,11 @@
 #include "apps/desk/texts.h"
 
 namespace desk {
+namespace {
+
+constexpr int kWidest = 150; // pixels of a column: names may be long
+
+} // namespace
 
 LayersPanel::LayersPanel(QWidget* parent)
     : QWidget(parent), list_(new QTreeWidget), new_(new QPushButton), current_(new QPushButton) {
@@ -23,6 +28,7 @@ LayersPanel::LayersPanel(QWidget* parent)
     list_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     list_->header()->setStretchLastSection(true);
     list_->header()->setMinimumSectionSize(24);
+    list_->header()->setMaximumSectionSize(kWidest);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(new_);
     buttons->addWidget(current_);

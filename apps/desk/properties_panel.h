@@ -41,7 +41,8 @@ private:
     AcDbDatabase* database_ = nullptr;
     std::vector<AcDbObjectId> selection_;
     std::vector<std::pair<QLabel*, QWidget*>> rows_; // what a field is, and the field
-    std::vector<AcDbObjectId> layers_, linetypes_;   // of the boxes' rows
+    std::vector<LayerRow> layerRows_;                // of the boxes
+    std::vector<LinetypeRow> linetypeRows_;
     std::vector<AcCmColor> colors_;
 };
 
