@@ -20,7 +20,7 @@ double seenDistance(const AcGePoint3d& a, const AcGePoint3d& b) { return std::hy
 
 class ControlPointPrompt {
 public:
-    explicit ControlPointPrompt(CageSession& session) : session_(session) {}
+    explicit ControlPointPrompt(CageState& state) : state_(state) {}
     // False when the user ends the command.
     bool ask();
 
@@ -35,20 +35,20 @@ private:
     int nearest(const AcGePoint3d& display) const;
     bool isGroupPick(int hit, const AcGePoint3d& display) const;
 
-    CageSession& session_;
+    CageState& state_;
 };
 
 void ControlPointPrompt::printMenu() const {
     PrintLine(L"\n操作提示：");
-    PrintLine(session_.cage.manners().menu);
-    PrintLine(session_.cage.shapeLocked() ? L"\n锁形模式：锁定" : L"\n锁形模式：解锁");
-    if (!session_.selection().empty())
-        PrintText(TranslateFormat(L"\n当前多选保持：%d 个控制点", int(session_.selection().size())));
+    PrintLine(state_.cage.manners().menu);
+    PrintLine(state_.cage.shapeLocked() ? L"\n锁形模式：锁定" : L"\n锁形模式：解锁");
+    if (!state_.selection().empty())
+        PrintText(TranslateFormat(L"\n当前多选保持：%d 个控制点", int(state_.selection().size())));
 }
 
 bool ControlPointPrompt::ask() {
     printMenu();
-    const CageManners& manners = session_.cage.manners();
+    const CageManners& manners = state_.cage.manners();
     const PromptPoint answer = AskPoint({Translate(manners.prompt), manners.keywords});
     if (answer) pick(answer.world);
     return answer || (answer.status == RTKWORD && keyword(answer.keyword));
@@ -57,11 +57,11 @@ bool ControlPointPrompt::ask() {
 bool ControlPointPrompt::keyword(wchar_t letter) {
     switch (letter) {
     case L'M': selectMany(); break;
-    case L'L': session_.cage.toggleLock(); break;
+    case L'L': state_.cage.toggleLock(); break;
     case L'U': undo(); break;
-    case L'X': PrintLine(session_.cage.manners().leaving); return false;
+    case L'X': PrintLine(state_.cage.manners().leaving); return false;
     default:
-        if (session_.cage.keyword(letter)) session_.rebuilt();
+        if (state_.cage.keyword(letter)) state_.rebuilt();
     }
     return true;
 }
@@ -73,18 +73,18 @@ GizmoMode usualMode() {
 }
 
 void ControlPointPrompt::selectMany() {
-    MultiSelectControlPoints(session_);
-    if (session_.selection().empty()) return;
-    session_.mode = usualMode();
-    PrintText(TranslateFormat(L"\n已选中 %d 个控制点。", int(session_.selection().size())));
+    MultiSelectControlPoints(state_);
+    if (state_.selection().empty()) return;
+    state_.mode = usualMode();
+    PrintText(TranslateFormat(L"\n已选中 %d 个控制点。", int(state_.selection().size())));
     PrintText(TranslateFormat(L"\nGizmo已设为%s模式（按DEFAULTGIZMO），进入Gizmo交互。",
-                              GizmoModeName(session_.mode)));
+                              GizmoModeName(state_.mode)));
     PrintLine(L"\n控制点保持选中状态，可继续操作，或按[M]重新选择。");
 }
 
 void ControlPointPrompt::undo() {
-    const CageManners& manners = session_.cage.manners();
-    if (const auto left = session_.undo())
+    const CageManners& manners = state_.cage.manners();
+    if (const auto left = state_.undo())
         PrintText(TranslateFormat(manners.undone, *left));
     else
         PrintLine(manners.undoneLast);
@@ -94,8 +94,8 @@ void ControlPointPrompt::undo() {
 int ControlPointPrompt::nearest(const AcGePoint3d& display) const {
     int found = -1;
     double least = kPickReach;
-    for (int i = 0; i < session_.cage.size(); ++i) {
-        const double away = seenDistance(DisplayPoint(session_.cage.point(i).position), display);
+    for (int i = 0; i < state_.cage.size(); ++i) {
+        const double away = seenDistance(DisplayPoint(state_.cage.point(i).position), display);
         if (away > least || (found >= 0 && away == least)) continue;
         least = away;
         found = i;
@@ -104,54 +104,54 @@ int ControlPointPrompt::nearest(const AcGePoint3d& display) const {
 }
 
 bool ControlPointPrompt::isGroupPick(int hit, const AcGePoint3d& display) const {
-    const auto& chosen = session_.selection();
+    const auto& chosen = state_.selection();
     if (chosen.empty()) return false;
     if (std::find(chosen.begin(), chosen.end(), hit) != chosen.end()) return true;
-    return seenDistance(DisplayPoint(session_.selectionMean()), display) <= kGroupReach;
+    return seenDistance(DisplayPoint(state_.selectionMean()), display) <= kGroupReach;
 }
 
 void ControlPointPrompt::pick(const AcGePoint3d& at) {
     const AcGePoint3d display = DisplayPoint(at);
     const int hit = nearest(display);
     if (isGroupPick(hit, display)) return dragGroup();
-    session_.clearSelection();
+    state_.clearSelection();
     if (hit < 0) return PrintLine(L"\n未选中控制点，请重试。");
     dragOne(hit);
 }
 
 void ControlPointPrompt::dragOne(int index) {
-    PrintText(session_.cage.pickedText(index));
-    ControlPoint& point = session_.cage.point(index);
+    PrintText(state_.cage.pickedText(index));
+    ControlPoint& point = state_.cage.point(index);
     point.selectionState = ControlPoint::kSelected;
-    session_.redraw();
+    state_.redraw();
     // A drag that is given up leaves its step: the next undo then changes nothing.
-    session_.PushUndoSnapshot();
+    state_.PushUndoSnapshot();
     PointQuestion question;
     question.prompt = Translate(L"\n拖拽到新位置: ");
     question.base = &point.position;
     const PromptPoint to = AskPoint(question);
     point.selectionState = ControlPoint::kPlain;
     if (!to) return;
-    session_.placePoint(index, to.world);
-    PrintLine(session_.cage.shapeLocked() ? L"\n控制点已移动（锁形模式）。" : L"\n变形已应用。");
+    state_.placePoint(index, to.world);
+    PrintLine(state_.cage.shapeLocked() ? L"\n控制点已移动（锁形模式）。" : L"\n变形已应用。");
 }
 
 void ControlPointPrompt::dragGroup() {
-    session_.PushUndoSnapshot();
-    const AcGePoint3d mean = session_.selectionMean();
+    state_.PushUndoSnapshot();
+    const AcGePoint3d mean = state_.selectionMean();
     PointQuestion question;
     question.prompt = Translate(L"\n拖拽到新位置: ");
     question.base = &mean;
     const PromptPoint to = AskPoint(question);
     if (!to) {
-        session_.clearSelection();
+        state_.clearSelection();
         return PrintLine(L"\n已取消多选。");
     }
     const AcGeVector3d shift = to.world - mean;
-    session_.placeSelected([&](const AcGePoint3d& p) { return p + shift; });
-    const int count = int(session_.selection().size());
-    PrintText(session_.cage.shapeLocked() ? TranslateFormat(L"\n%d个控制点已移动（锁形模式）。", count)
-                                          : TranslateFormat(L"\n%d个控制点已同步移动，变形已应用。", count));
+    state_.placeSelected([&](const AcGePoint3d& p) { return p + shift; });
+    const int count = int(state_.selection().size());
+    PrintText(state_.cage.shapeLocked() ? TranslateFormat(L"\n%d个控制点已移动（锁形模式）。", count)
+                                        : TranslateFormat(L"\n%d个控制点已同步移动，变形已应用。", count));
 }
 
 // Object snaps would catch the cursor away from the handles; marks of tracking (8 in AUTOSNAP) stay.
@@ -169,15 +169,15 @@ short turnSnapsOff(SdSysVarStack& saved) {
 
 CageOutcome RunCageLoop(Cage& cage) {
     SdSysVarStack saved;
-    CageSession session(cage);
-    session.snapModes = turnSnapsOff(saved);
+    CageState state(cage);
+    state.snapModes = turnSnapsOff(saved);
     for (;;) {
-        session.redraw();
-        if (!session.selection().empty() && RunGizmoLoop(session)) continue;
-        if (!ControlPointPrompt(session).ask()) break;
+        state.redraw();
+        if (!state.selection().empty() && RunGizmoLoop(state)) continue;
+        if (!ControlPointPrompt(state).ask()) break;
     }
-    session.clearSelection();
-    return {session.deformed};
+    state.clearSelection();
+    return {state.deformed};
 }
 
 } // namespace corvane::deform

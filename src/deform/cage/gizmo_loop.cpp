@@ -22,18 +22,18 @@ public:
 
 class GizmoLoop {
 public:
-    explicit GizmoLoop(CageSession& session) : session_(session) {}
+    explicit GizmoLoop(CageState& state) : state_(state) {}
 
     void run() {
-        while (!session_.selection().empty()) pass();
-        session_.hideGizmo();
+        while (!state_.selection().empty()) pass();
+        state_.hideGizmo();
     }
 
 private:
     void pass();
     CString status() const;
     void clicked(const AcGePoint3d& at);
-    void clickedFree(const AcGePoint3d& at);
+    void clickedUnlocked(const AcGePoint3d& at);
     void entered();
     void escaped();
     void keyword(wchar_t letter);
@@ -50,20 +50,20 @@ private:
     void scaleByNumber();
     void rotate(const AcGePoint3d& from);
 
-    bool free() const { return session_.lockedHandle == kNoHandle; }
-    int hover() const { return session_.graphics.gizmo().hoverHandle; }
-    int count() const { return int(session_.selection().size()); }
+    bool unlocked() const { return state_.lockedHandle == kNoHandle; }
+    int hover() const { return state_.graphics.gizmo().hoverHandle; }
+    int count() const { return int(state_.selection().size()); }
 
-    CageSession& session_;
+    CageState& state_;
 };
 
 // -- asking --------------------------------------------------------------------------------------------
 
 CString GizmoLoop::status() const {
-    const CString mode = GizmoModeName(session_.mode), locked = HandleName(session_.lockedHandle);
-    switch (session_.mode) {
+    const CString mode = GizmoModeName(state_.mode), locked = HandleName(state_.lockedHandle);
+    switch (state_.mode) {
     case GizmoMode::move:
-        return IsPlane(session_.lockedHandle)
+        return IsPlane(state_.lockedHandle)
                    ? TranslateFormat(L"\n[Gizmo: %s模式 | 已锁定%s平面] 点击面内移动，[空格]切换面 [ESC]解锁 "
                                      L"[G]切换 [M]重选 [U]撤销: ",
                                      mode, locked)
@@ -71,19 +71,20 @@ CString GizmoLoop::status() const {
                                      L"[G]切换 [M]重选 [U]撤销 [ESC]取消多选: ",
                                      mode);
     case GizmoMode::scale:
-        return free() ? TranslateFormat(L"\n[Gizmo: %s模式] 悬停轴/中心即锁定，点击缩放 [S]输入倍数 [U]撤销 "
-                                        L"[G]切换 [M]重选 [O]原点 [ESC]取消多选: ",
-                                        mode)
-                      : TranslateFormat(L"\n[Gizmo: %s模式 | 已锁定%s] 点击缩放 [S]输入倍数 [U]撤销 [G]切换 "
-                                        L"[M]重选 [O]原点 [ESC]解锁: ",
-                                        mode, locked);
+        return unlocked()
+                   ? TranslateFormat(L"\n[Gizmo: %s模式] 悬停轴/中心即锁定，点击缩放 [S]输入倍数 [U]撤销 "
+                                     L"[G]切换 [M]重选 [O]原点 [ESC]取消多选: ",
+                                     mode)
+                   : TranslateFormat(L"\n[Gizmo: %s模式 | 已锁定%s] 点击缩放 [S]输入倍数 [U]撤销 [G]切换 "
+                                     L"[M]重选 [O]原点 [ESC]解锁: ",
+                                     mode, locked);
     case GizmoMode::rotate: break;
     }
-    if (free())
+    if (unlocked())
         return TranslateFormat(L"\n[Gizmo: %s模式] 悬停面即锁定，[空格]锁定面，[G]切换 [M]重选 [O]原点 "
                                L"[U]撤销 [ESC]取消多选: ",
                                mode);
-    return IsPlane(session_.lockedHandle)
+    return IsPlane(state_.lockedHandle)
                ? TranslateFormat(L"\n[Gizmo: %s模式 | 已锁定%s] 点击两次旋转，[G]切换 [M]重选 [U]撤销 "
                                  L"[O]原点 [ESC]解锁: ",
                                  mode, locked)
@@ -93,15 +94,15 @@ CString GizmoLoop::status() const {
 }
 
 void GizmoLoop::pass() {
-    session_.showGizmo();
+    state_.showGizmo();
     PrintText(status());
-    const AcGePoint3d pivot = session_.SelectionCentre();
+    const AcGePoint3d pivot = state_.SelectionCentre();
     PointQuestion question;
     question.base = &pivot;
-    question.keywords = session_.mode == GizmoMode::move    ? L"G M U"
-                        : session_.mode == GizmoMode::scale ? L"G M U S O"
-                                                            : L"G M U O";
-    question.bits = session_.mode == GizmoMode::scale ? RSG_NONULL : 0;
+    question.keywords = state_.mode == GizmoMode::move    ? L"G M U"
+                        : state_.mode == GizmoMode::scale ? L"G M U S O"
+                                                          : L"G M U O";
+    question.bits = state_.mode == GizmoMode::scale ? RSG_NONULL : 0;
     const PromptPoint answer = AskPoint(question);
     switch (answer.status) {
     case RTNORM: return clicked(answer.world);
@@ -114,49 +115,49 @@ void GizmoLoop::pass() {
 // -- what answers mean -----------------------------------------------------------------------------------
 
 void GizmoLoop::clicked(const AcGePoint3d& at) {
-    if (free()) return clickedFree(at);
-    switch (session_.mode) {
+    if (unlocked()) return clickedUnlocked(at);
+    switch (state_.mode) {
     case GizmoMode::move: return move(at);
     case GizmoMode::scale: return scale(at);
     case GizmoMode::rotate:
-        if (IsPlane(session_.lockedHandle)) rotate(at);
+        if (IsPlane(state_.lockedHandle)) rotate(at);
     }
 }
 
-void GizmoLoop::clickedFree(const AcGePoint3d& at) {
-    const bool moves = session_.mode == GizmoMode::move;
+void GizmoLoop::clickedUnlocked(const AcGePoint3d& at) {
+    const bool moves = state_.mode == GizmoMode::move;
     if (moves && IsAxis(hover())) {
-        session_.lockedHandle = hover();
+        state_.lockedHandle = hover();
         move(at);
-        session_.lockedHandle = kNoHandle;
+        state_.lockedHandle = kNoHandle;
         return;
     }
     if (moves && IsPlane(hover()))
         return lockPlane(hover(), L"\n已锁定%s平面。点击在该面内移动，[ESC]解锁，空格切换面。");
-    const bool turns = session_.mode == GizmoMode::rotate && session_.cage.manners().clickLocksRotationPlane;
+    const bool turns = state_.mode == GizmoMode::rotate && state_.cage.manners().clickLocksRotationPlane;
     if (turns && IsPlane(hover()))
         return lockPlane(hover(), L"\n已锁定%s平面（点击锁定）。点击两次旋转，[ESC]解锁。");
     const ScreenMap screen = CurrentScreen();
-    const int hit = HitTestGizmo(session_.gizmo(), screen, screen.pixel(at));
+    const int hit = HitTestGizmo(state_.gizmo(), screen, screen.pixel(at));
     if (hit == kLabel) cycleMode();
     if (hit == kCentre) askOrigin();
 }
 
 void GizmoLoop::entered() {
-    if (!IsPlane(hover()) || hover() == session_.lockedHandle) return;
-    if (!free()) return lockPlane(hover(), L"\n已切换到%s平面（空格切换）。");
-    if (session_.mode == GizmoMode::move)
+    if (!IsPlane(hover()) || hover() == state_.lockedHandle) return;
+    if (!unlocked()) return lockPlane(hover(), L"\n已切换到%s平面（空格切换）。");
+    if (state_.mode == GizmoMode::move)
         lockPlane(hover(), L"\n已锁定%s平面（空格锁定）。点击在该面内移动，[ESC]解锁，空格切换面。");
-    if (session_.mode == GizmoMode::rotate)
+    if (state_.mode == GizmoMode::rotate)
         lockPlane(hover(), L"\n已锁定%s平面（空格锁定）。点击两次完成旋转，[ESC]解锁。");
 }
 
 void GizmoLoop::escaped() {
-    if (!free()) {
-        session_.lockedHandle = kNoHandle;
+    if (!unlocked()) {
+        state_.lockedHandle = kNoHandle;
         return PrintLine(L"\n已解除锁定。");
     }
-    session_.clearSelection();
+    state_.clearSelection();
     PrintLine(L"\n已取消多选。");
 }
 
@@ -172,36 +173,36 @@ void GizmoLoop::keyword(wchar_t letter) {
 }
 
 void GizmoLoop::lockPlane(int plane, const wchar_t* message) {
-    session_.lockedHandle = plane;
+    state_.lockedHandle = plane;
     PrintText(TranslateFormat(message, HandleName(plane)));
 }
 
 void GizmoLoop::cycleMode() {
-    session_.mode = GizmoMode((int(session_.mode) + 1) % 3);
-    session_.lockedHandle = kNoHandle;
-    PrintText(TranslateFormat(L"\n已切换到%s模式。", GizmoModeName(session_.mode)));
+    state_.mode = GizmoMode((int(state_.mode) + 1) % 3);
+    state_.lockedHandle = kNoHandle;
+    PrintText(TranslateFormat(L"\n已切换到%s模式。", GizmoModeName(state_.mode)));
 }
 
 // The gizmo steps aside: it has nothing to stand on, and would catch the cursor.
 void GizmoLoop::selectAnew() {
-    session_.hideGizmo();
-    MultiSelectControlPoints(session_);
+    state_.hideGizmo();
+    MultiSelectControlPoints(state_);
     PrintText(TranslateFormat(L"\n已选中 %d 个控制点。", count()));
 }
 
 void GizmoLoop::undo() {
-    const CageManners& manners = session_.cage.manners();
-    if (const auto left = session_.undo())
+    const CageManners& manners = state_.cage.manners();
+    if (const auto left = state_.undo())
         PrintText(TranslateFormat(manners.gizmoUndone, *left));
     else
         PrintLine(manners.gizmoUndoneLast);
 }
 
 void GizmoLoop::askOrigin() {
-    const UserSnaps snaps(session_.snapModes);
+    const UserSnaps snaps(state_.snapModes);
     const PromptPoint origin = AskPoint({Translate(L"\n指定Gizmo新原点位置: ")});
     if (!origin) return;
-    session_.customOrigin = origin.world;
+    state_.customOrigin = origin.world;
     PrintLine(L"\nGizmo原点已移动到新位置。");
 }
 
@@ -209,29 +210,29 @@ void GizmoLoop::askOrigin() {
 
 void GizmoLoop::move(const AcGePoint3d& to) {
     const AcGeVector3d delta =
-        Constrained(to - session_.SelectionCentre(), session_.lockedHandle, session_.cage.axes());
-    session_.moveSelected([&](const AcGePoint3d& p) { return p + delta; });
+        Constrained(to - state_.SelectionCentre(), state_.lockedHandle, state_.cage.axes());
+    state_.moveSelected([&](const AcGePoint3d& p) { return p + delta; });
     PrintText(TranslateFormat(L"\n%d个控制点沿%s移动了 (%.2f, %.2f, %.2f)。", count(),
-                              HandleName(session_.lockedHandle), delta.x, delta.y, delta.z));
+                              HandleName(state_.lockedHandle), delta.x, delta.y, delta.z));
 }
 
 void GizmoLoop::scaleBy(double factor) {
-    const AcGePoint3d pivot = session_.SelectionCentre();
-    const GizmoAxes axes = session_.cage.axes();
-    session_.moveSelected(
-        [&](const AcGePoint3d& p) { return Scaled(p, pivot, factor, session_.lockedHandle, axes); });
+    const AcGePoint3d pivot = state_.SelectionCentre();
+    const GizmoAxes axes = state_.cage.axes();
+    state_.moveSelected(
+        [&](const AcGePoint3d& p) { return Scaled(p, pivot, factor, state_.lockedHandle, axes); });
 }
 
 void GizmoLoop::scale(const AcGePoint3d& to) {
-    const GizmoPlace gizmo = session_.gizmo();
-    const double factor = ScaleFactor(to - gizmo.centre, session_.lockedHandle, gizmo.size, gizmo.axes);
+    const GizmoPlace gizmo = state_.gizmo();
+    const double factor = ScaleFactor(to - gizmo.centre, state_.lockedHandle, gizmo.size, gizmo.axes);
     scaleBy(factor);
     PrintText(TranslateFormat(L"\n%d个控制点已沿%s缩放，因子=%.3f。", count(),
-                              HandleName(session_.lockedHandle), factor));
+                              HandleName(state_.lockedHandle), factor));
 }
 
 void GizmoLoop::scaleByNumber() {
-    if (!IsAxis(session_.lockedHandle) && session_.lockedHandle != kCentre)
+    if (!IsAxis(state_.lockedHandle) && state_.lockedHandle != kCentre)
         return PrintLine(L"\n请先悬停锁定一个轴（X/Y/Z）或中心（均匀），再输入倍数。");
     ads_real factor = 1.0;
     acedInitGet(RSG_NOZERO | RSG_NONEG, nullptr);
@@ -243,9 +244,9 @@ void GizmoLoop::scaleByNumber() {
 
 void GizmoLoop::rotate(const AcGePoint3d& from) {
     constexpr double kHalfTurn = 3.1415926535, kDegrees = 180.0;
-    const int plane = session_.lockedHandle;
-    const GizmoPlace gizmo = session_.gizmo();
-    TransientGizmo& shown = session_.graphics.gizmo();
+    const int plane = state_.lockedHandle;
+    const GizmoPlace gizmo = state_.gizmo();
+    TransientGizmo& shown = state_.graphics.gizmo();
     {
         const ScreenMap screen = CurrentScreen();
         shown.rotateStart = from;
@@ -254,7 +255,7 @@ void GizmoLoop::rotate(const AcGePoint3d& from) {
             AngleInPlane(gizmo, screen, plane, shown.rotateStartPixel);
     }
     shown.rotating = true;
-    session_.graphics.updateGizmo();
+    state_.graphics.updateGizmo();
     PointQuestion question;
     question.prompt =
         TranslateFormat(L"\n%s平面旋转：拖动鼠标确定角度，点击完成或 [ESC]取消: ", HandleName(plane));
@@ -265,7 +266,7 @@ void GizmoLoop::rotate(const AcGePoint3d& from) {
     const ScreenMap screen = CurrentScreen();
     const double angle = Turn(screen.pixel(gizmo.centre), screen.pixel(from), screen.pixel(to.world),
                               SeenFromBehind(gizmo, screen, plane));
-    session_.moveSelected(
+    state_.moveSelected(
         [&](const AcGePoint3d& p) { return Rotated(p, gizmo.centre, angle, plane, gizmo.axes); });
     PrintText(TranslateFormat(L"\n%d个控制点已绕%s平面旋转 %.1f度。", count(), HandleName(plane),
                               angle * kDegrees / kHalfTurn));
@@ -273,10 +274,10 @@ void GizmoLoop::rotate(const AcGePoint3d& from) {
 
 } // namespace
 
-bool RunGizmoLoop(CageSession& session) {
-    const GizmoListening listening(session);
+bool RunGizmoLoop(CageState& state) {
+    const GizmoListening listening(state);
     if (!listening.ok()) return PrintLine(L"\n错误：无法获取当前文档！"), false;
-    GizmoLoop(session).run();
+    GizmoLoop(state).run();
     return true;
 }
 

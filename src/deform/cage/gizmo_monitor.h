@@ -2,14 +2,14 @@
 // under the cursor, a scale tells its factor, a rotation shows the sector it sweeps. The drawing's objects
 // stay as they are; of what is shown the gizmo alone is drawn again.
 #pragma once
-#include "deform/cage/cage_session.h"
+#include "deform/cage/cage_state.h"
 #include "deform/cage/scale_tooltip.h"
 
 namespace corvane::deform {
 
 class GizmoInputMonitor : public AcEdInputPointMonitor {
 public:
-    explicit GizmoInputMonitor(CageSession& session) : session_(session) {}
+    explicit GizmoInputMonitor(CageState& state) : state_(state) {}
     Acad::ErrorStatus monitorInputPoint(const AcEdInputPoint& input,
                                         AcEdInputPointMonitorResult& output) override;
 
@@ -18,7 +18,7 @@ private:
     void tellScale(const AcGePoint3d& cursor);
     bool sweep(const ScreenMap& screen, Pixel cursor);
 
-    CageSession& session_;
+    CageState& state_;
     ScaleTooltip tooltip_;
 };
 using FFDGizmoInputMonitor = GizmoInputMonitor;
@@ -27,15 +27,15 @@ using FFDGizmoInputMonitor = GizmoInputMonitor;
 // says so; ok() is false when there is no document.
 class GizmoListening {
 public:
-    explicit GizmoListening(CageSession& session);
-    ~GizmoListening() { session_.cage.turnGizmo = {}; }
+    explicit GizmoListening(CageState& state);
+    ~GizmoListening() { state_.cage.turnGizmo = {}; }
     GizmoListening(const GizmoListening&) = delete;
     GizmoListening& operator=(const GizmoListening&) = delete;
     bool ok() const { return listening_.ok(); }
 
 private:
-    CageSession& session_;
-    GizmoInputMonitor monitor_{session_};
+    CageState& state_;
+    GizmoInputMonitor monitor_{state_};
     InputListening listening_{monitor_};
 };
 

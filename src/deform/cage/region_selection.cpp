@@ -92,9 +92,9 @@ void toggle(std::vector<int>& set, const std::vector<int>& indices) {
 }
 
 // Marks what is chosen so far, where another region may follow.
-void showChosen(CageSession& session, const std::vector<int>& chosen) {
-    session.select(chosen);
-    session.redraw();
+void showChosen(CageState& state, const std::vector<int>& chosen) {
+    state.select(chosen);
+    state.redraw();
     PrintText(TranslateFormat(L"\nCtrl多选：当前选中 %d 个控制点（Ctrl+框选继续，松开Ctrl结束）。",
                               int(chosen.size())));
 }
@@ -107,16 +107,16 @@ bool ctrlStaysDown() {
     return held(VK_CONTROL);
 }
 
-void goOnChoosing(CageSession& session, std::vector<int> chosen) {
+void goOnChoosing(CageState& state, std::vector<int> chosen) {
     for (;;) {
         if (!ctrlStaysDown()) {
             if (!chosen.empty()) return;
             PrintLine(L"\n当前未选中控制点，按下Ctrl即继续多选，或回车退出。");
         }
-        const auto more = SelectRegion(session.cage);
+        const auto more = SelectRegion(state.cage);
         if (!more || (chosen.empty() && more->empty())) return;
         toggle(chosen, *more);
-        showChosen(session, chosen);
+        showChosen(state, chosen);
     }
 }
 
@@ -135,19 +135,19 @@ std::optional<std::vector<int>> SelectRegion(const Cage& cage) {
     return indices;
 }
 
-void MultiSelectControlPoints(CageSession& session) {
-    session.clearSelection();
-    const auto region = SelectRegion(session.cage);
-    if (!region || region->empty()) return session.redraw();
+void MultiSelectControlPoints(CageState& state) {
+    state.clearSelection();
+    const auto region = SelectRegion(state.cage);
+    if (!region || region->empty()) return state.redraw();
     const bool ctrl = held(VK_CONTROL), alt = held(VK_MENU);
     if (ctrl == alt) {
-        session.select(*region);
-        return session.redraw();
+        state.select(*region);
+        return state.redraw();
     }
     // Alt takes away from nothing: it goes on like a selection that has become empty.
     std::vector<int> chosen;
-    if (ctrl) chosen = *region, showChosen(session, chosen);
-    goOnChoosing(session, std::move(chosen));
+    if (ctrl) chosen = *region, showChosen(state, chosen);
+    goOnChoosing(state, std::move(chosen));
 }
 
 } // namespace corvane::deform

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "deform/cage/cage_session.h"
+#include "deform/cage/cage_state.h"
 
 namespace corvane::deform {
 
@@ -13,7 +13,7 @@ namespace corvane::deform {
 std::optional<std::vector<int>> SelectRegion(const Cage& cage);
 
 // Key M: a region, added to or taken away from the selection by held keys. Ctrl toggles and goes on asking
-// while it stays down; Alt takes away. The session has what was chosen selected afterwards.
-void MultiSelectControlPoints(CageSession& session);
+// while it stays down; Alt takes away. What was chosen is selected afterwards.
+void MultiSelectControlPoints(CageState& state);
 
 } // namespace corvane::deform

@@ -14,14 +14,14 @@ namespace {
 class Hovering : public CageLoops {
 protected:
     void start(GizmoMode mode) {
-        session.select({0, 1, 2});
-        session.mode = mode;
-        session.redraw();
-        session.showGizmo();
+        state.select({0, 1, 2});
+        state.mode = mode;
+        state.redraw();
+        state.showGizmo();
     }
     // Moves the cursor to a place so many pixels from the gizmo's centre.
     void hover(double right, double above) { host::cursorMoved({right / 27, 50 + above / 27, 0}); }
-    const TransientGizmo& gizmo() { return session.graphics.gizmo(); }
+    const TransientGizmo& gizmo() { return state.graphics.gizmo(); }
     static unsigned changes() { return acgiGetTransientManager()->generation(); }
     static const AcGiTransientManager::Entry& shown(const AcGiDrawable& drawable) {
         for (const AcGiTransientManager::Entry& entry : acgiGetTransientManager()->entries())
@@ -42,7 +42,7 @@ protected:
         return nullptr;
     }
 
-    CageSession session{cage};
+    CageState state{cage};
 };
 
 constexpr std::uint32_t kYellow = 0xFFFF00;
@@ -51,7 +51,7 @@ constexpr std::uint32_t kYellow = 0xFFFF00;
 
 TEST_F(Hovering, LightsTheHandleUnderTheCursorAndTouchesTheGizmoAlone) {
     start(GizmoMode::move);
-    const GizmoListening listening(session);
+    const GizmoListening listening(state);
     EXPECT_EQ(9u + 12u + 1u, acgiGetTransientManager()->entries().size());
     EXPECT_EQ(0u, colors(gizmo()).count(kYellow));
     const struct {
@@ -69,7 +69,7 @@ TEST_F(Hovering, LightsTheHandleUnderTheCursorAndTouchesTheGizmoAlone) {
         EXPECT_EQ(row.handle, gizmo().hoverHandle);
         EXPECT_EQ(row.sign, gizmo().hoverSign);
         EXPECT_EQ(row.handle ? 1u : 0u, colors(gizmo()).count(kYellow));
-        EXPECT_EQ(kNoHandle, session.lockedHandle); // moves lock by clicks alone
+        EXPECT_EQ(kNoHandle, state.lockedHandle); // moves lock by clicks alone
         hover(row.right + 1, row.above + 1);
         EXPECT_EQ(before + 1, changes()); // the same handle: nothing is drawn again
     }
@@ -80,16 +80,16 @@ TEST_F(Hovering, LightsTheHandleUnderTheCursorAndTouchesTheGizmoAlone) {
 
 TEST_F(Hovering, ScalesLockAndTellTheirFactorBesideTheMouse) {
     start(GizmoMode::scale);
-    const GizmoListening listening(session);
+    const GizmoListening listening(state);
     hover(300, 300);
     EXPECT_EQ(nullptr, tooltip());
     hover(200, 0); // flat along X: its handle is grey and takes nothing
-    EXPECT_EQ(kNoHandle, session.lockedHandle);
+    EXPECT_EQ(kNoHandle, state.lockedHandle);
     EXPECT_EQ(HandleBit(kAxisX) | HandleBit(kAxisZ) | HandleBit(kPlaneXZ), gizmo().hiddenHandles);
     hover(0, 200);
-    EXPECT_EQ(kAxisY, session.lockedHandle);
+    EXPECT_EQ(kAxisY, state.lockedHandle);
     hover(300, 610.94); // twice the gizmo's 305.47 pixels up
-    EXPECT_EQ(kAxisY, session.lockedHandle);
+    EXPECT_EQ(kAxisY, state.lockedHandle);
     const HWND window = tooltip();
     ASSERT_NE(nullptr, window);
     EXPECT_EQ(L"缩放Y: 2.000", host::windowOf(window)->text);
@@ -100,38 +100,38 @@ TEST_F(Hovering, ScalesLockAndTellTheirFactorBesideTheMouse) {
     EXPECT_EQ(mouse.x + 25, place.left);
     EXPECT_NEAR(mouse.y, (place.top + place.bottom) / 2.0, 1);
     EXPECT_GT(place.right - place.left, 20 + 30);
-    session.lockedHandle = kNoHandle;
-    session.showGizmo();
+    state.lockedHandle = kNoHandle;
+    state.showGizmo();
     hover(300, 320);
     EXPECT_EQ(nullptr, tooltip());
 }
 
 TEST_F(Hovering, RotationsShowTheSectorTheySweep) {
     start(GizmoMode::rotate);
-    const GizmoListening listening(session);
+    const GizmoListening listening(state);
     hover(151.2, 151.2);
-    EXPECT_EQ(kPlaneXY, session.lockedHandle);
-    TransientGizmo& turning = session.graphics.gizmo();
+    EXPECT_EQ(kPlaneXY, state.lockedHandle);
+    TransientGizmo& turning = state.graphics.gizmo();
     turning.rotating = true;
     turning.rotateStart = {20, 50, 0};
     const size_t still = shown(turning).picture.primitives.size();
     hover(0, 200);
     EXPECT_NEAR(M_PI / 2, turning.rotateAngle - turning.rotateStartAngle, 1e-2);
     EXPECT_EQ(still + 19 + 1, shown(turning).picture.primitives.size()); // rays, and the rim
-    EXPECT_EQ(kPlaneXY, session.lockedHandle);
+    EXPECT_EQ(kPlaneXY, state.lockedHandle);
     hover(10, 150); // over the other rings, which lock nothing now
-    EXPECT_EQ(kPlaneXY, session.lockedHandle);
+    EXPECT_EQ(kPlaneXY, state.lockedHandle);
 }
 
 TEST_F(Hovering, MovedPointsAreUpdatedInPlace) {
     start(GizmoMode::move);
     const unsigned before = changes();
-    session.redraw();
+    state.redraw();
     EXPECT_EQ(before, changes());
-    session.placePoint(4, {60, 60, 0}); // the middle one: itself and its four lines
+    state.placePoint(4, {60, 60, 0}); // the middle one: itself and its four lines
     EXPECT_EQ(before + 5, changes());
     EXPECT_EQ(9u + 12u + 1u, acgiGetTransientManager()->entries().size());
-    session.graphics.DropLatticeGraphics();
+    state.graphics.DropLatticeGraphics();
     EXPECT_TRUE(acgiGetTransientManager()->entries().empty());
 }
 
@@ -173,7 +173,7 @@ TEST_F(Hovering, GizmosTurnWhenTheCageSaysSo) {
     EXPECT_FALSE(cage.turnGizmo);
     start(GizmoMode::move);
     {
-        const GizmoListening listening(session);
+        const GizmoListening listening(state);
         cage.frame = {AcGeVector3d(0, 1, 0), AcGeVector3d(-1, 0, 0), AcGeVector3d::kZAxis};
         cage.turnGizmo();
         hover(0, 200); // up the page is X now
@@ -185,9 +185,9 @@ TEST_F(Hovering, GizmosTurnWhenTheCageSaysSo) {
 // Panning tells of every step: the cage is drawn again five times a second at most, and never left out.
 TEST_F(Hovering, TheViewIsFollowedAtATick) {
     host::setClock(host::ClockSetting{0, 1000});
-    session.redraw();
-    session.cage.toggleLock();
-    session.redraw();
+    state.redraw();
+    state.cage.toggleLock();
+    state.redraw();
     const auto marker = [] { return host::screen().vectors().size(); };
     EXPECT_EQ(4u, marker());
     host::viewChanged(); // the first one is followed at once
@@ -202,5 +202,5 @@ TEST_F(Hovering, TheViewIsFollowedAtATick) {
     EXPECT_EQ(4u, marker());
     host::setClock(std::nullopt);
     acedRedraw(nullptr, 0);
-    session.graphics.DropLatticeGraphics();
+    state.graphics.DropLatticeGraphics();
 }

@@ -1,46 +1,46 @@
 // Selection, undo and what is shown.
-#include "deform/cage/cage_session.h"
+#include "deform/cage/cage_state.h"
 
 #include "core/host/editor.h"
 
 namespace corvane::deform {
 
-CageSession::~CageSession() {
+CageState::~CageState() {
     graphics.DropLatticeGraphics();
     acedRedraw(nullptr, 0);
 }
 
-void CageSession::select(std::vector<int> indices) {
+void CageState::select(std::vector<int> indices) {
     for (int i = 0; i < cage.size(); ++i) cage.point(i).selectionState = ControlPoint::kPlain;
     selection_ = std::move(indices);
     for (const int i : selection_) cage.point(i).selectionState = ControlPoint::kSelected;
 }
 
-void CageSession::clearSelection() {
+void CageState::clearSelection() {
     select({});
     customOrigin.reset();
     lockedHandle = kNoHandle;
 }
 
-std::vector<AcGePoint3d> CageSession::selectedPositions() const {
+std::vector<AcGePoint3d> CageState::selectedPositions() const {
     std::vector<AcGePoint3d> positions;
     for (const int i : selection_) positions.push_back(cage.point(i).position);
     return positions;
 }
 
-AcGePoint3d CageSession::selectionMean() const {
+AcGePoint3d CageState::selectionMean() const {
     AcGeVector3d sum;
     for (const int i : selection_) sum += cage.point(i).position.asVector();
     return selection_.empty() ? AcGePoint3d::kOrigin : AcGePoint3d::kOrigin + sum / double(selection_.size());
 }
 
-GizmoPlace CageSession::gizmo() const {
+GizmoPlace CageState::gizmo() const {
     GizmoPlace place{SelectionCentre(), GizmoSize(cage.box()), mode, 0, cage.axes()};
     if (mode == GizmoMode::scale) place.hiddenHandles = FlatHandles(selectedPositions(), place.axes);
     return place;
 }
 
-void CageSession::PushUndoSnapshot() {
+void CageState::PushUndoSnapshot() {
     CageSnapshot& snapshot = undoStack_.emplace_back();
     snapshot.reserve(size_t(cage.size()));
     for (int i = 0; i < cage.size(); ++i) {
@@ -49,7 +49,7 @@ void CageSession::PushUndoSnapshot() {
     }
 }
 
-std::optional<int> CageSession::undo() {
+std::optional<int> CageState::undo() {
     if (undoStack_.empty()) return std::nullopt;
     const CageSnapshot snapshot = std::move(undoStack_.back());
     undoStack_.pop_back();
@@ -61,29 +61,29 @@ std::optional<int> CageSession::undo() {
     return int(undoStack_.size());
 }
 
-void CageSession::placePoint(int index, const AcGePoint3d& at) {
+void CageState::placePoint(int index, const AcGePoint3d& at) {
     cage.point(index).position = at;
     settle({&index, 1});
 }
 
-void CageSession::settle(std::span<const int> movedPoints) {
+void CageState::settle(std::span<const int> movedPoints) {
     cage.moved(movedPoints);
     if (!cage.shapeLocked()) cage.apply(), deformed = true;
     redraw();
 }
 
-void CageSession::redraw() {
+void CageState::redraw() {
     acedRedraw(nullptr, 0);
     graphics.DrawLattice();
 }
 
-void CageSession::rebuilt() {
+void CageState::rebuilt() {
     clearSelection();
     graphics.DropLatticeGraphics();
     redraw();
 }
 
-void CageSession::showGizmo() {
+void CageState::showGizmo() {
     const GizmoPlace place = gizmo();
     TransientGizmo& shown = graphics.gizmo();
     shown.centre = place.centre, shown.size = place.size, shown.mode = place.mode;
@@ -93,7 +93,7 @@ void CageSession::showGizmo() {
     graphics.updateGizmo();
 }
 
-void CageSession::hideGizmo() {
+void CageState::hideGizmo() {
     graphics.gizmo().visible = graphics.gizmo().rotating = false;
     graphics.gizmo().hoverHandle = kNoHandle;
     graphics.updateGizmo();

@@ -8,13 +8,13 @@
 
 namespace corvane::deform {
 
-class CageSession {
+class CageState {
 public:
-    explicit CageSession(Cage& onCage) : cage(onCage), graphics(onCage), view(graphics) {}
+    explicit CageState(Cage& onCage) : cage(onCage), graphics(onCage), view(graphics) {}
     // However the run ends, nothing of it stays on the screen.
-    ~CageSession();
-    CageSession(const CageSession&) = delete;
-    CageSession& operator=(const CageSession&) = delete;
+    ~CageState();
+    CageState(const CageState&) = delete;
+    CageState& operator=(const CageState&) = delete;
 
     Cage& cage;
     CageGraphics graphics;
@@ -54,7 +54,7 @@ public:
     void redraw();
     // After another number of points: everything shown is made anew, nothing is selected.
     void rebuilt();
-    // The gizmo as the session has it.
+    // The gizmo as this state has it.
     void showGizmo();
     void hideGizmo();
 
@@ -64,12 +64,12 @@ private:
     std::vector<CageSnapshot> undoStack_;
 };
 
-template <class Place> void CageSession::moveSelected(Place place) {
+template <class Place> void CageState::moveSelected(Place place) {
     PushUndoSnapshot();
     placeSelected(place);
 }
 
-template <class Place> void CageSession::placeSelected(Place place) {
+template <class Place> void CageState::placeSelected(Place place) {
     for (const int i : selection_) cage.point(i).position = place(cage.point(i).position);
     settle(selection_);
 }
