@@ -83,6 +83,31 @@ TEST_F(DialogTest, WhatAControlIsToldShowsInItsWidget) {
     EXPECT_EQ(shown, "31");
 }
 
+TEST_F(DialogTest, ADialogStepsAsideForAPickAndComesBack) {
+    bool aside = false, back = false, ended = false;
+    std::vector<std::function<void()>> steps = {type("ZOOM W -10,-10 110,90")};
+    for (auto& step : array()) steps.push_back(step);
+    steps.push_back(pause());
+    steps.push_back([&] {
+        for (QPushButton* button : dialog()->findChildren<QPushButton*>())
+            if (button->text() == "Pick Start Again") return QTest::mouseClick(button, Qt::LeftButton);
+        ADD_FAILURE() << "no button to pick";
+    });
+    steps.push_back([&] { aside = dialog() && !dialog()->isVisible(); });
+    steps.push_back(click(100, 0));
+    steps.push_back(pause());
+    steps.push_back([&] {
+        back = dialog() && dialog()->isVisible();
+        if (dialog()) QTest::keyClick(dialog(), Qt::Key_Escape);
+    });
+    steps.push_back(pause());
+    steps.push_back([&] { ended = host::modalDialogs().empty(); });
+    play(steps);
+    EXPECT_TRUE(aside) << transcript().toStdString();
+    EXPECT_TRUE(back) << transcript().toStdString();
+    EXPECT_TRUE(ended);
+}
+
 // The whole way: drawn and arrayed by hand, saved, opened beside the first drawing, and taken up again.
 TEST_F(DialogTest, AnArrayIsSavedOpenedAgainAndItsDialogHoldsWhatWasSet) {
     const QString path = QString::fromStdString(folder() / "array.dxf");
