@@ -16,6 +16,10 @@ namespace {
 
 constexpr double kPickReach = 15.0, kGroupReach = 20.0; // display units
 
+// In drawings so large that this many units are less than as many pixels, the pixels count: nobody could hit
+// a point any more.
+double reachOf(double units) { return units * std::max(1.0, 1.0 / CurrentScreen().pixelsPerUnit()); }
+
 double seenDistance(const AcGePoint3d& a, const AcGePoint3d& b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
 class ControlPointPrompt {
@@ -93,7 +97,7 @@ void ControlPointPrompt::undo() {
 // The control point that is seen nearest, the first among equals; -1 when none is within reach.
 int ControlPointPrompt::nearest(const AcGePoint3d& display) const {
     int found = -1;
-    double least = kPickReach;
+    double least = reachOf(kPickReach);
     for (int i = 0; i < state_.cage.size(); ++i) {
         const double away = seenDistance(DisplayPoint(state_.cage.point(i).position), display);
         if (away > least || (found >= 0 && away == least)) continue;
@@ -107,7 +111,7 @@ bool ControlPointPrompt::isGroupPick(int hit, const AcGePoint3d& display) const 
     const auto& chosen = state_.selection();
     if (chosen.empty()) return false;
     if (std::find(chosen.begin(), chosen.end(), hit) != chosen.end()) return true;
-    return seenDistance(DisplayPoint(state_.selectionMean()), display) <= kGroupReach;
+    return seenDistance(DisplayPoint(state_.selectionMean()), display) <= reachOf(kGroupReach);
 }
 
 void ControlPointPrompt::pick(const AcGePoint3d& at) {
