@@ -1,6 +1,7 @@
 // The program with the window: opens the drawing that is named and runs until its window is closed.
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QPainter>
 #include <QTimer>
 
@@ -58,7 +59,7 @@ int main(int count, char** words) {
     const QCommandLineOption line("line", "Type this line first; may be given several times.", "text");
     const QCommandLineOption select("select", "Select what lies on this layer.", "layer");
     parser.addOptions({language, picture, line, select});
-    parser.addPositionalArgument("drawing", "The drawing to open.", "[DRAWING.dxf]");
+    parser.addPositionalArgument("drawing", "The drawings to open.", "[DRAWING.dxf]...");
     parser.process(application);
     const QStringList named = parser.positionalArguments();
 
@@ -68,6 +69,8 @@ int main(int count, char** words) {
     if (!desk.start(named.isEmpty() ? std::string() : named.front().toStdString(),
                     parser.value(language).toStdString()))
         return 3;
+    for (const QString& other : named.mid(1))
+        desk.frontEnd().typeLine(L"_.OPEN\n\"" + QFileInfo(other).absoluteFilePath().toStdWString() + L"\"");
     play(desk, parser.values(line), parser.value(select), parser.value(picture));
     desk.run();
     return 0;
