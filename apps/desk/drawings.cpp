@@ -57,7 +57,10 @@ bool Drawings::save(AcApDocument& document) {
     if (path.isEmpty()) return false;
     const host::WriteReport report = host::writeDrawing(path.toStdString(), *document.database());
     if (!report.ok) QMessageBox::warning(window_, "Corvane", QString::fromStdString(report.message));
-    if (report.ok) noteRecentFile(path);
+    if (report.ok) {
+        document.database()->setFilename(wide(path));
+        noteRecentFile(path);
+    }
     return report.ok;
 }
 

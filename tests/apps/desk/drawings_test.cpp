@@ -1,4 +1,7 @@
 // Several drawings in one window: tabs, questions about unsaved changes, recent files.
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMenu>
 #include <QTest>
 #include <cstring>
@@ -80,6 +83,29 @@ TEST_F(DrawingsTest, ClosingAsksAboutChangesAndDoesAsToldEachTime) {
     EXPECT_EQ(saved, 1);
     EXPECT_EQ(linesIn(path("kept.dxf")), 2u);
     EXPECT_EQ(discarded, 1) << "there is always a drawing";
+}
+
+// Saved under a name that is asked for, a drawing keeps it though the window stays open after all.
+TEST_F(DrawingsTest, StayingAfterOneOfSeveralWasSavedKeepsItsName) {
+    QString title;
+    bool changed = true;
+    play({type("LINE 0,0 5,5 "), trigger("new"), type("LINE 1,0 5,5 "), [&] { desk_->window().close(); },
+          pressInBox("Save"),
+          [&] {
+              auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+              ASSERT_TRUE(dialog);
+              dialog->findChild<QLineEdit*>("fileNameEdit")
+                  ->setText(QString::fromStdString(path("first.dxf")));
+              static_cast<QDialog*>(dialog)->accept();
+          },
+          pressInBox("Cancel"),
+          [&] {
+              title = QString::fromStdWString(acDocManagerPtr()->documents().at(0)->docTitle());
+              changed = acDocManagerPtr()->documents().at(0)->database()->undoLog().changedSinceSave();
+          }});
+    EXPECT_EQ(title, "first.dxf");
+    EXPECT_FALSE(changed);
+    EXPECT_EQ(linesIn(path("first.dxf")), 1u);
 }
 
 TEST_F(DrawingsTest, OpeningAFileTakesThePlaceOfTheUnusedFirstDrawing) {
