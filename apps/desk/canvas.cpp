@@ -118,6 +118,18 @@ void Canvas::drawForView() {
     state_ = State::stale;
 }
 
+// An exact picture would take too long for a view that is on its way, and the last one shows enough of it.
+// The nearer the view the fewer things are in it.
+bool Canvas::mayStandIn() const {
+    constexpr double kMost = 4; // times larger or smaller
+    const double scale = map_.pixelsPerUnit() / pictured_.pixelsPerUnit();
+    if (!map_.sameSide(pictured_) || scale > kMost || scale * kMost < 1) return false;
+    const QRectF there(map_.fromDisplay(pictured_.toDisplay({0, 0})), QSizeF(pictured_.pixels()) * scale);
+    const QRectF common = there & QRectF(rect());
+    const bool enough = scale < 1 || common.width() * common.height() > 0.25 * width() * height();
+    return enough && cost_ / std::max(1.0, scale * scale) > kSlow;
+}
+
 void Canvas::setView(const host::ViewFrame& view) {
     const bool onlyMoved = view.height == map_.view().height && view.direction == map_.view().direction;
     map_ = ScreenMap(view, size());
@@ -126,7 +138,7 @@ void Canvas::setView(const host::ViewFrame& view) {
     // A picture that takes long is moved and scaled until the view has come to rest.
     if (state_ == State::fine && shiftPicture()) {
         settle_.start();
-    } else if (cost_ > kSlow && map_.sameSide(pictured_)) {
+    } else if (state_ != State::stale && mayStandIn()) {
         state_ = State::rough;
         settle_.start();
     } else {
@@ -142,6 +154,7 @@ void Canvas::zoomExtents() {
     host::ViewFrame view = map_.view();
     view.fit(box.minPoint(), box.maxPoint(), kMargin);
     setView(view);
+    state_ = State::stale; // what is shown first is no makeshift
 }
 
 void Canvas::zoomBy(double factor) { setView(zoomed(map_, QRectF(rect()).center(), factor)); }

@@ -93,6 +93,7 @@ private:
     void setView(const host::ViewFrame& view);
     void tellSize();
     void makePicture();
+    bool mayStandIn() const;
     bool shiftPicture();
     void paintPart(const QRect& part);
     void paintChanges(const Scene::Touched& touched);

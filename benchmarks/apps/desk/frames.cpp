@@ -60,9 +60,17 @@ public:
     AcDbDatabase& drawing() { return session_.drawing(); }
     ~Bench() {
         if (canvas.frames < int(state_.iterations())) state_.SkipWithError("Frames are missing.");
+        if (inkOf(canvas.grab().toImage()) < 500) state_.SkipWithError("There is nothing in the picture.");
     }
 
 private:
+    static int inkOf(const QImage& image) {
+        const QRgb ground = desk::groundColor(true).rgb();
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) count += image.pixel(x, y) != ground;
+        return count;
+    }
     benchmark::State& state_;
     const bool started_ = startQt(); // before the canvas
     app::Session session_;
@@ -129,6 +137,7 @@ void BM_FirstPicture(benchmark::State& state) {
         QApplication::processEvents(); // the window comes up
         canvas.refresh();
         canvas.repaint();
+        bench.canvas.frames += canvas.frames > 0;
     }
 }
 
