@@ -73,13 +73,36 @@ constexpr Feature kFeatures[] = {{apps::kArrayOneCurve, L"SCVN_ArrayAlignCurve"}
                                  {apps::kScatterInRegions, L"SCVN_rndScatter2"},
                                  {apps::kCurveTransform, L"SCVN_CurveTransform"}};
 
-// By the nearest class up the line that has a name; what has none goes by its name in files.
-QString kindOf(const AcDbEntity& entity) {
-    for (const AcRxClass* kind = entity.isA(); kind; kind = kind->myParent())
-        for (const KindName& row : kKinds)
-            if (host::equalNoCase(row.className, kind->name())) return say(row.name);
-    return QString::fromStdString(entity.dxfName());
-}
+// Objects by kind. There may be very many, so that classes are counted and named at the end.
+class KindCount {
+public:
+    void add(const AcDbEntity& entity) {
+        if (entity.isA() != last_) last_ = entity.isA(), row_ = rowOf(last_);
+        row_ ? ++known_[row_] : ++others_[entity.dxfName()];
+    }
+    QStringList told(bool single) const {
+        std::map<QString, int> named;
+        for (const auto& [row, count] : known_) named[say(row->name)] = count;
+        for (const auto& [name, count] : others_) named[QString::fromStdString(name)] = count;
+        QStringList lines;
+        for (const auto& [name, count] : named)
+            lines += single ? name : QString("%1 (%2)").arg(name).arg(count);
+        return lines;
+    }
+
+private:
+    // Of the nearest class up the line that has a name; what has none goes by its name in files.
+    static const KindName* rowOf(const AcRxClass* kind) {
+        for (; kind; kind = kind->myParent())
+            for (const KindName& row : kKinds)
+                if (host::equalNoCase(row.className, kind->name())) return &row;
+        return nullptr;
+    }
+    std::map<const KindName*, int> known_;
+    std::map<std::string, int> others_;
+    const AcRxClass* last_ = nullptr;
+    const KindName* row_ = nullptr;
+};
 
 QString told(const Feature& feature) {
     const auto* stack = static_cast<AcEdCommandStack*>(acrxSysRegistry()->at(ACRX_COMMAND_DOCK));
@@ -137,13 +160,13 @@ template <class Change> int changeEach(const std::vector<AcDbObjectId>& entities
 
 SelectionFacts factsOf(const std::vector<AcDbObjectId>& entities) {
     SelectionFacts facts;
-    std::map<QString, int> kinds;
+    KindCount kinds;
     std::set<const Feature*> features;
     for (const AcDbObjectId id : entities) {
         AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
         if (!entity) continue;
         const bool first = facts.count++ == 0;
-        ++kinds[kindOf(*entity)];
+        kinds.add(*entity);
         narrow(facts.layer, entity->layerId(), first);
         narrow(facts.color, entity->color(), first);
         narrow(facts.linetype, linetypeOf(*entity), first);
@@ -152,8 +175,7 @@ SelectionFacts factsOf(const std::vector<AcDbObjectId>& entities) {
         if (const auto* curve = AcDbCurve::cast(&*entity); curve && entities.size() <= kMostMeasured)
             measure(*curve, facts);
     }
-    for (const auto& [name, count] : kinds)
-        facts.kinds += facts.count == 1 ? name : QString("%1 (%2)").arg(name).arg(count);
+    facts.kinds = kinds.told(facts.count == 1);
     for (const Feature& feature : kFeatures)
         if (features.contains(&feature)) facts.features += told(feature);
     return facts;

@@ -153,6 +153,18 @@ TEST_F(PanelsTest, ColoursAndLinetypesOfManyObjectsButNotOfLockedOnes) {
     EXPECT_TRUE(transcript().contains("1 objects on locked layers")) << transcript().toStdString();
 }
 
+TEST_F(PanelsTest, AMixedSelectionIsCountedByKindAndLeavesOpenWhatDiffers) {
+    desk::SelectionFacts facts;
+    play({type("LINE 0,0 30,40 "), type("LINE 0,0 3,4 "), type("-LAYER M Other "), type("CIRCLE 0,0 10"),
+          [&] { facts = desk::factsOf(entities()); }});
+    EXPECT_EQ(facts.kinds, (QStringList{"Circle (1)", "Line (2)"}));
+    EXPECT_FALSE(facts.layer);
+    EXPECT_TRUE(facts.color && facts.color->isByLayer());
+    ASSERT_TRUE(facts.length && facts.area);
+    EXPECT_NEAR(*facts.length, 55 + 62.83185307179586, 1e-9);
+    EXPECT_NEAR(*facts.area, 314.1592653589793, 1e-9);
+}
+
 TEST_F(PanelsTest, WithoutASelectionTheColourIsThatOfNewObjects) {
     Adesk::UInt16 drawn = 0;
     play({choose(&desk::PropertiesPanel::colorBox, "Green"), type("LINE 0,0 1,1 "), [&] {
