@@ -78,7 +78,8 @@ void Canvas::moveCursor(const QPointF& at) {
     aim();
     const QPoint onScreen = mapToGlobal(at.toPoint());
     host::setMousePosition({LONG(onScreen.x()), LONG(onScreen.y())});
-    host::cursorMoved(aimed_);
+    const host::UserFrame user = host::surroundings().user;
+    host::cursorMoved(aimed_, snap_ || map_.facesPlane(at, user.xAxis.crossProduct(user.yAxis)));
     if (onMove) onMove(aimed_);
 }
 

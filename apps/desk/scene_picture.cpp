@@ -26,8 +26,8 @@ public:
         const int threads = std::max(1, int(std::thread::hardware_concurrency()));
         rows_ = std::max(kBandRows, part_.height() / (threads * kBandsAThread) + 1);
         const int bands = (part_.height() + rows_ - 1) / rows_;
-        std::vector<std::jthread> helpers;
-        for (int i = 1; i < std::min(threads, bands); ++i) helpers.emplace_back([this] { work(); });
+        std::vector<std::jthread> others;
+        for (int i = 1; i < std::min(threads, bands); ++i) others.emplace_back([this] { work(); });
         work();
     }
 

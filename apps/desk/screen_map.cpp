@@ -46,15 +46,25 @@ QPointF ScreenMap::fromDisplay(const AcGePoint2d& p) const {
             pixels_.height() / 2.0 - (p.y - view_.center.y) * scale_};
 }
 
+bool ScreenMap::facesPlane(const QPointF& pixel, const AcGeVector3d& normal) const {
+    const AcGeVector3d sight = sightAt(pixel);
+    constexpr double kEdgeOn = 1e-6;
+    return std::abs(normal.dotProduct(sight)) > kEdgeOn * normal.length() * sight.length();
+}
+
+AcGeVector3d ScreenMap::sightAt(const QPointF& pixel) const {
+    const AcGePoint2d at = toDisplay(pixel);
+    const AcGePoint3d on = toWorld_ * AcGePoint3d(at.x, at.y, 0);
+    return view_.perspective ? view_.target + view_.direction - on : view_.direction;
+}
+
 AcGePoint3d ScreenMap::toPlane(const QPointF& pixel, const AcGePoint3d& origin,
                                const AcGeVector3d& normal) const {
     const AcGePoint2d at = toDisplay(pixel);
     const AcGePoint3d on = toWorld_ * AcGePoint3d(at.x, at.y, 0);
-    const AcGeVector3d sight = view_.perspective ? view_.target + view_.direction - on : view_.direction;
-    const double toward = normal.dotProduct(sight);
-    constexpr double kEdgeOn = 1e-6;
-    if (!(std::abs(toward) > kEdgeOn * normal.length() * sight.length())) return on;
-    return on + sight * (normal.dotProduct(origin - on) / toward);
+    if (!facesPlane(pixel, normal)) return on;
+    const AcGeVector3d sight = sightAt(pixel);
+    return on + sight * (normal.dotProduct(origin - on) / normal.dotProduct(sight));
 }
 
 AcDbExtents2d ScreenMap::covered(const QRectF& pixels) const {

@@ -27,6 +27,8 @@ public:
     // The point of the plane that is seen at the pixel; of the view's own plane when that one is seen edge
     // on.
     AcGePoint3d toPlane(const QPointF& pixel, const AcGePoint3d& origin, const AcGeVector3d& normal) const;
+    // False where a plane with that normal is seen edge on.
+    bool facesPlane(const QPointF& pixel, const AcGeVector3d& normal) const;
     // What the rectangle of pixels covers, in display coordinates.
     AcDbExtents2d covered(const QRectF& pixels) const;
     AcDbExtents2d covered() const;
@@ -35,6 +37,7 @@ public:
     bool sameSide(const ScreenMap& other) const;
 
 private:
+    AcGeVector3d sightAt(const QPointF& pixel) const; // towards the eye
     host::ViewFrame view_;
     QSize pixels_{1, 1};
     double scale_ = 1;

@@ -255,6 +255,31 @@ TEST_F(HandTest, MonitorsHearTheCursorWithItsSnaps) {
     EXPECT_LE(mouse.manhattanLength(), 1);
 }
 
+class PlaneListener : public AcEdInputPointMonitor {
+public:
+    int computed = 0, missed = 0;
+    Acad::ErrorStatus monitorInputPoint(const AcEdInputPoint& input, AcEdInputPointMonitorResult&) override {
+        ++(input.pointComputed() ? computed : missed);
+        return Acad::eOk;
+    }
+};
+
+// From the front the user's plane is a line: the cursor stands for no point there.
+TEST_F(HandTest, MonitorsHearWhereTheViewGivesNoPoint) {
+    PlaneListener above, before;
+    play({set(L"OSMODE", L"0"), type(kView), [&] { curDoc()->inputPointManager()->addPointMonitor(&above); },
+          move(20, 60),
+          [&] {
+              curDoc()->inputPointManager()->removePointMonitor(&above);
+              curDoc()->inputPointManager()->addPointMonitor(&before);
+          },
+          type("-VIEW O F"), move(20, 0),
+          [&] { curDoc()->inputPointManager()->removePointMonitor(&before); }});
+    EXPECT_GT(above.computed, 0);
+    EXPECT_EQ(above.missed, 0);
+    EXPECT_GT(before.missed, 0);
+}
+
 TEST_F(HandTest, TransientsAndVectorsStandOverThePicture) {
     AcDbCircle circle({30, 50, 0}, AcGeVector3d::kZAxis, 10);
     const AcArray<int> everywhere;
