@@ -8,10 +8,32 @@
 #include "host/os/numbers.h"
 
 namespace host {
+namespace {
 
-const ModelerRecord& ModelerReader::at(int index, std::string_view kind) const {
+constexpr double kFarthest = 1e50;
+constexpr size_t kMeetings = 16; // of a record; sound texts stay below 3 in the mean
+
+double placed(std::optional<double> number) {
+    if (!number || !(std::abs(*number) <= kFarthest)) throw NotUnderstood();
+    return *number;
+}
+
+} // namespace
+
+ModelerReader::ModelerReader(const ModelerText& modeler) : modeler_(modeler), patience_(0) {
+    for (const ModelerRecord& record : modeler.records) patience_ += kMeetings * (1 + record.fields.size());
+}
+
+const ModelerRecord& ModelerReader::at(int index) const {
     if (index < 0 || size_t(index) >= modeler_.records.size()) throw NotUnderstood();
     const ModelerRecord& record = modeler_.records[size_t(index)];
+    if (patience_ <= record.fields.size()) throw NotUnderstood();
+    patience_ -= 1 + record.fields.size();
+    return record;
+}
+
+const ModelerRecord& ModelerReader::at(int index, std::string_view kind) const {
+    const ModelerRecord& record = at(index);
     if (record.kind != kind) throw NotUnderstood();
     return record;
 }
@@ -28,9 +50,7 @@ size_t ModelerReader::firstNumber(const ModelerRecord& record, size_t count) {
 std::vector<double> ModelerReader::numbers(const ModelerRecord& record, size_t count) {
     const size_t from = firstNumber(record, count);
     std::vector<double> found;
-    for (size_t i = from; i < from + count; ++i) found.push_back(*parseReal(record.fields[i]));
-    if (!std::all_of(found.begin(), found.end(), [](double x) { return std::isfinite(x); }))
-        throw NotUnderstood();
+    for (size_t i = from; i < from + count; ++i) found.push_back(placed(parseReal(record.fields[i])));
     return found;
 }
 
@@ -61,9 +81,7 @@ AcGePoint3d ModelerReader::pointOf(int vertex) const {
 
 FaceEdge ModelerReader::edgeOf(const ModelerRecord& record) const {
     const AcGePoint3d from = pointOf(pointer(record, 0)), to = pointOf(pointer(record, 1));
-    const int index = pointer(record, 3);
-    if (index < 0 || size_t(index) >= modeler_.records.size()) throw NotUnderstood();
-    const ModelerRecord& curve = modeler_.records[size_t(index)];
+    const ModelerRecord& curve = at(pointer(record, 3));
     const bool against = isReversed(record);
     if (curve.kind == "straight-curve") return {CurvePath::line(from, to), false};
     if (curve.kind == "ellipse-curve")
@@ -114,7 +132,7 @@ FaceEdge ModelerReader::splineEdge(const ModelerRecord& record, const AcGePoint3
         return fields[i++];
     };
     for (long long k = 0; k < knots; ++k) {
-        const double knot = known(parseReal(next()));
+        const double knot = placed(parseReal(next()));
         auto count = known(parseInteger(next()));
         if (k == 0 || k == knots - 1) ++count; // ends are held by one less than they count
         if (count < 1 || count > curve.degree + 1) throw NotUnderstood();
@@ -123,9 +141,10 @@ FaceEdge ModelerReader::splineEdge(const ModelerRecord& record, const AcGePoint3
     const size_t poles =
         curve.knots.size() - size_t(std::min<long>(curve.degree + 1, long(curve.knots.size())));
     for (size_t k = 0; k < poles; ++k) {
-        const double x = known(parseReal(next())), y = known(parseReal(next())), z = known(parseReal(next()));
+        const double x = placed(parseReal(next())), y = placed(parseReal(next())),
+                     z = placed(parseReal(next()));
         curve.poles.emplace_back(x, y, z);
-        if (curve.rational) curve.weights.push_back(known(parseReal(next())));
+        if (curve.rational) curve.weights.push_back(placed(parseReal(next())));
     }
     if (!curve.isValid()) throw NotUnderstood();
     const double size = curve.size();

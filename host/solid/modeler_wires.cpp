@@ -44,9 +44,7 @@ private:
 
     // A face without a bound is all of its surface.
     void addWhole(const ModelerRecord& face) {
-        const int index = pointer(face, 4);
-        if (index < 0 || size_t(index) >= modeler_.records.size()) throw NotUnderstood();
-        const ModelerRecord& surface = modeler_.records[size_t(index)];
+        const ModelerRecord& surface = at(pointer(face, 4));
         if (surface.kind == "sphere-surface") {
             const std::vector<double> n = numbers(surface, 4);
             for (const AcGeVector3d& axis :
@@ -70,23 +68,35 @@ private:
     std::vector<CurvePath> wires_;
 };
 
+// A transform as its record holds it: what it does besides moving and scaling is told behind the numbers.
+struct Transform {
+    std::string numbers;
+    bool turns = false, mirrors = false;
+};
+
 // Rows are the images of the axes, of length 1; the scale stands behind the shift.
-std::optional<std::string> transformNumbers(const AcGeMatrix3d& matrix) {
+std::optional<Transform> transformOf(const AcGeMatrix3d& matrix) {
     AcGePoint3d origin;
     std::array<AcGeVector3d, 3> axes;
     matrix.getCoordSystem(origin, axes[0], axes[1], axes[2]);
     const double scale = axes[0].length();
+    if (!std::isfinite(scale + origin.x + origin.y + origin.z)) return std::nullopt;
     constexpr double kEven = 1e-9;
     for (size_t i = 0; i < 3; ++i) {
         const bool even = std::abs(axes[i].length() - scale) <= kEven * scale;
         const bool square = std::abs(axes[i].dotProduct(axes[(i + 1) % 3])) <= kEven * scale * scale;
-        if (!(scale > 0) || !std::isfinite(scale) || !even || !square) return std::nullopt;
+        if (!(scale > 0) || !even || !square) return std::nullopt;
     }
-    std::string text;
+    Transform transform;
     for (const AcGeVector3d& axis : axes)
-        for (const double value : {axis.x, axis.y, axis.z}) text += formatReal(value / scale) + " ";
-    for (const double value : {origin.x, origin.y, origin.z}) text += formatReal(value) + " ";
-    return text + formatReal(scale);
+        for (const double value : {axis.x, axis.y, axis.z})
+            transform.numbers += formatReal(value / scale) + " ";
+    for (const double value : {origin.x, origin.y, origin.z}) transform.numbers += formatReal(value) + " ";
+    transform.numbers += formatReal(scale);
+    transform.turns = (axes[0] / scale - AcGeVector3d::kXAxis).length() > kEven ||
+                      (axes[1] / scale - AcGeVector3d::kYAxis).length() > kEven;
+    transform.mirrors = axes[0].crossProduct(axes[1]).dotProduct(axes[2]) < 0;
+    return transform;
 }
 
 // Changes to a text, given by places in the old one, from the last to the first.
@@ -142,27 +152,42 @@ public:
 
 private:
     void move(const ModelerRecord& body) {
-        const std::string numbers = known(transformNumbers(matrix_ * matrixOf(body)));
-        if (const int index = pointer(body, 2); index >= 0) {
-            const ModelerRecord& transform = at(index, "transform");
-            const size_t first = firstNumber(transform, 13);
-            edits_.replace(spanOf(transform.fields[first], transform.fields[first + 12]), numbers);
-            return;
-        }
+        const Transform moved = known(transformOf(matrix_ * matrixOf(body)));
+        if (const int index = pointer(body, 2); index >= 0) return exchange(at(index, "transform"), moved);
         // The body's third own pointer, which is the last of its fields that point.
         const auto field = std::find_if(body.fields.rbegin(), body.fields.rend(),
                                         [](std::string_view text) { return text.starts_with('$'); });
         if (body.pointers.size() < 3 || field == body.fields.rend()) throw NotUnderstood();
-        addTransform(*field, numbers);
+        addTransform(*field, moved);
+    }
+
+    static std::string flag(bool set, const char* name) { return (set ? "" : "no_") + std::string(name); }
+
+    // Flags are words, or 0 and 1.
+    void exchangeFlag(const ModelerRecord& record, size_t at, bool set, const char* name) {
+        if (at >= record.fields.size()) return;
+        const std::string_view old = record.fields[at];
+        const bool number = old == "0" || old == "1";
+        if (number || old == flag(!set, name))
+            edits_.replace(old, number ? (set ? "1" : "0") : flag(set, name));
+    }
+    void exchange(const ModelerRecord& record, const Transform& moved) {
+        if (std::find(exchanged_.begin(), exchanged_.end(), &record) != exchanged_.end()) return; // shared
+        exchanged_.push_back(&record);
+        const size_t first = firstNumber(record, 13), behind = first + 13;
+        edits_.replace(spanOf(record.fields[first], record.fields[behind - 1]), moved.numbers);
+        exchangeFlag(record, behind, moved.turns, "rotate");
+        exchangeFlag(record, behind + 1, moved.mirrors, "reflect");
     }
 
     // Behind all records, so that their numbers stay. Their count stands in the head unless it is 0.
-    void addTransform(std::string_view pointer, const std::string& numbers) {
+    void addTransform(std::string_view pointer, const Transform& moved) {
         const size_t end = modeler_.text.rfind('#'), count = modeler_.records.size();
         if (end == modeler_.text.npos || added_) throw NotUnderstood();
         added_ = true;
         edits_.replace(pointer, "$" + std::to_string(count));
-        edits_.append("\ntransform" + commonFields(modeler_) + numbers + " rotate no_reflect no_shear #",
+        edits_.append("\ntransform" + commonFields(modeler_) + moved.numbers + " " +
+                          flag(moved.turns, "rotate") + " " + flag(moved.mirrors, "reflect") + " no_shear #",
                       end + 1);
         const std::string_view all = modeler_.text;
         const size_t version = all.find_first_not_of(" \n"), gap = all.find(' ', version),
@@ -175,6 +200,7 @@ private:
     AcGeMatrix3d matrix_;
     Edits edits_;
     bool added_ = false;
+    std::vector<const ModelerRecord*> exchanged_;
 };
 
 } // namespace
