@@ -144,7 +144,7 @@ TEST(MovedBodies, TellWhetherTheyAreTurnedOrMirrored) {
     // Two bodies at one place go together.
     const auto both = host::movedModelerText(read(still + "body $-1 $-1 $-1 $2 #\n"), move);
     ASSERT_TRUE(both);
-    const std::string place = " 101 2 10 2 no_rotate";
-    EXPECT_NE(both->npos, both->find(place));
+    const std::string place = " 101.0 2.0 10.0 2.0 no_rotate";
+    EXPECT_NE(both->npos, both->find(place)) << *both;
     EXPECT_EQ(both->find(place), both->rfind(place));
 }
