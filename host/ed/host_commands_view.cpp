@@ -131,15 +131,24 @@ const Side kSides[] = {{L"Top", {0, 0, 1}},     {L"BOttom", {0, 0, -1}}, {L"Fron
                        {L"SWiso", {-1, -1, 1}}, {L"SEiso", {1, -1, 1}},  {L"NEiso", {1, 1, 1}},
                        {L"NWiso", {-1, 1, 1}}};
 
-void orthographic() {
-    std::wstring words, choice;
+std::wstring sideWords() {
+    std::wstring words;
     for (const Side& side : kSides) words += (words.empty() ? L"" : L" ") + std::wstring(side.word);
-    std::wstring shownWords = words;
+    return words;
+}
+
+void lookFrom(const std::wstring& word) {
+    for (const Side& side : kSides)
+        if (word == side.word) lookAlong(side.direction, 0);
+}
+
+void orthographic() {
+    const std::wstring words = sideWords();
+    std::wstring shownWords = words, choice;
     std::replace(shownWords.begin(), shownWords.end(), L' ', L'/');
     acedInitGet(0, (words + L" _" + words).c_str());
     if (acedGetKword((L"\nEnter an option [" + shownWords + L"] <Top>: ").c_str(), choice) == RTCAN) return;
-    for (const Side& side : kSides)
-        if (choice == side.word || (choice.empty() && &side == kSides)) lookAlong(side.direction, 0);
+    lookFrom(choice.empty() ? kSides[0].word : choice);
 }
 
 } // namespace
@@ -180,7 +189,9 @@ void planCommand() {
 }
 
 void viewCommand() {
-    acedInitGet(0, L"? Delete Orthographic Restore Save Window _? Delete Orthographic Restore Save Window");
+    // Sides are taken at once, too, as scripts have them: -VIEW _SWISO.
+    const std::wstring words = L"? Delete Orthographic Restore Save Window " + sideWords();
+    acedInitGet(0, (words + L" _" + words).c_str());
     std::wstring choice;
     if (acedGetKword(L"\nEnter an option [?/Delete/Orthographic/Restore/Save/Window]: ", choice) != RTNORM)
         return;
@@ -189,7 +200,8 @@ void viewCommand() {
     if (choice == L"Orthographic") return orthographic();
     if (choice == L"Restore") return restoreView();
     if (choice == L"Save") return saveView(surroundings().view);
-    saveWindow();
+    if (choice == L"Window") return saveWindow();
+    lookFrom(choice);
 }
 
 } // namespace host

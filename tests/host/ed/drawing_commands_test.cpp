@@ -204,6 +204,10 @@ TEST(Views, PlanAndViewLookFromWhereTheySay) {
     bench.addLine({0, 0, 0}, {100, 0, 50});
     bench.run(L"-VIEW o f\n");
     EXPECT_TRUE(near({0, -1, 0}, variable(L"VIEWDIR")));
+    bench.run(L"-VIEW _SWISO\n");
+    EXPECT_TRUE(near({-1, -1, 1}, variable(L"VIEWDIR")));
+    bench.run(L"-VIEW f\n");
+    EXPECT_TRUE(near({0, -1, 0}, variable(L"VIEWDIR")));
     bench.run(L"-VIEW s Front\nPLAN w\n");
     EXPECT_TRUE(near({0, 0, 1}, variable(L"VIEWDIR")));
     bench.run(L"-VIEW r front\n");
