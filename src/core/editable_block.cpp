@@ -59,6 +59,13 @@ Acad::ErrorStatus ReplaceBlock(AcDbObjectId id, EntityList entities) {
     return block.isNull() ? Acad::eInvalidInput : reference->setBlockTableRecord(block);
 }
 
+bool IsOnLockedLayer(AcDbObjectId reference) {
+    AcDbObjectPointer<AcDbEntity> entity(reference, AcDb::kForRead);
+    if (!entity) return false;
+    AcDbObjectPointer<AcDbLayerTableRecord> layer(entity->layerId(), AcDb::kForRead);
+    return layer && layer->isLocked();
+}
+
 void EraseObject(AcDbObjectId id) {
     AcDbObjectPointer<AcDbObject> object(id, AcDb::kForWrite);
     if (object) object->erase();

@@ -22,6 +22,8 @@ AcDbObjectId InsertBlock(AcDbObjectId block, const AcGePoint3d& at);
 // Gives the reference, wherever it has been taken since, a new anonymous block that shows the entities where
 // they are. The old block is left for purging. eInvalidInput when there is nothing to show.
 Acad::ErrorStatus ReplaceBlock(AcDbObjectId reference, EntityList entities);
+// True when the reference's layer is locked, so that commands must leave it as it is.
+bool IsOnLockedLayer(AcDbObjectId reference);
 void EraseObject(AcDbObjectId id);
 
 // The handle as payloads hold it; empty when the object can't be opened.

@@ -11,6 +11,9 @@ namespace {
 
 constexpr double kStraight = 1e-6, kNoArea = 1e-9;
 
+// As many parts as the length; lengths beyond what numbers hold count as the most.
+int partsOf(double length) { return length < 1000 ? int(std::max(length, 100.0)) : 1000; }
+
 void addPointAt(const AcDbCurve& curve, double param, std::vector<AcGePoint2d>& points) {
     AcGePoint3d point;
     if (curve.getPointAtParam(param, point) == Acad::eOk) points.emplace_back(point.x, point.y);
@@ -37,7 +40,7 @@ std::vector<AcGePoint2d> polygonOf(const AcDbCurve& curve) {
     if (curve.getStartParam(first) != Acad::eOk || curve.getEndParam(last) != Acad::eOk) return points;
     curve.getDistAtParam(first, from);
     curve.getDistAtParam(last, to);
-    const int count = int(std::clamp(std::abs(to - from), 100.0, 1000.0));
+    const int count = partsOf(std::abs(to - from));
     for (int i = 0; i < count; ++i) addPointAt(curve, first + (last - first) * i / count, points);
     return points;
 }
@@ -48,7 +51,7 @@ PointChain flattened(const AcDbCurve& curve) {
     if (curve.getStartParam(first) != Acad::eOk || curve.getEndParam(last) != Acad::eOk) return points;
     curve.getDistAtParam(first, from);
     curve.getDistAtParam(last, to);
-    const int parts = AcDbLine::cast(&curve) ? 1 : int(std::clamp(std::abs(to - from), 100.0, 1000.0));
+    const int parts = AcDbLine::cast(&curve) ? 1 : partsOf(std::abs(to - from));
     AcGePoint3d point;
     for (int i = 0; i <= parts; ++i)
         if (curve.getPointAtParam(first + (last - first) * i / parts, point) == Acad::eOk)
@@ -91,7 +94,7 @@ std::optional<ScatterRegion> RegionOf(AcDbObjectId id) {
         return std::nullopt;
     std::vector<AcGePoint2d> polygon = polygonOf(*entity);
     region.area = std::abs(SignedArea(polygon));
-    if (polygon.size() < 3 || !(region.area > kNoArea)) return std::nullopt;
+    if (polygon.size() < 3 || !(region.area > kNoArea) || !std::isfinite(region.area)) return std::nullopt;
     region.id = id;
     region.polygon = WindingIndex(std::move(polygon));
     region.elevation = region.box.minPoint().z;

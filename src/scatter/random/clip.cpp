@@ -35,7 +35,8 @@ double stepFor(const std::vector<AcDbObjectId>& boundaries) {
 }
 
 int partsOf(double length, double step, int least, int most) {
-    return int(std::clamp(std::ceil(length / step), double(least), double(most)));
+    const double parts = std::ceil(length / step);
+    return parts < most ? int(std::max<double>(parts, least)) : most; // also where the length is no number
 }
 
 void addPart(const AcDbCurve& curve, double from, double to, int parts, Outline& outline) {

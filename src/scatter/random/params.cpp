@@ -116,6 +116,7 @@ template <class Params> std::optional<Params> ReadParams(AcDbObjectId id) {
     if (data.empty()) return std::nullopt;
     Params params;
     Decode(data, params);
+    std::erase(params.templates, id); // each rebuild would hold all patterns of the one before
     return params;
 }
 template std::optional<ScatterOnCurveParams> ReadParams(AcDbObjectId);

@@ -53,7 +53,8 @@ KeyedXData Encode(const ScatterInRegionParams& params);
 void Decode(const KeyedXData& data, ScatterOnCurveParams& params);
 void Decode(const KeyedXData& data, ScatterInRegionParams& params);
 
-// The parameters on a block reference; nothing when it is no scatter of that kind.
+// The parameters on a block reference, which is no template of its own; nothing when it is no scatter of that
+// kind.
 template <class Params> std::optional<Params> ReadParams(AcDbObjectId reference);
 
 // True for the kinds of object that can be scattered.

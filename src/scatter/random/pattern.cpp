@@ -127,8 +127,11 @@ Pattern PatternMaker::Choose(const AcGePoint3d& centre, Generator& random) const
 }
 
 bool PatternMaker::CanMake(const Pattern& pattern) const {
+    const AcGePoint3d& p = pattern.centre;
+    if (!std::isfinite(p.x) || !std::isfinite(p.y) || !std::isfinite(p.z)) return false;
     if (type_ == PatternType::templates) return pattern.prototype && pattern.prototype->entity;
-    return pattern.scale * baseSize_ > 0;
+    const double size = pattern.scale * baseSize_;
+    return size > 0 && std::isfinite(size);
 }
 
 PatternBox PatternMaker::BoxOf(const Pattern& pattern) const {

@@ -45,7 +45,7 @@ public:
     bool empty() const; // no template to make patterns of
     // Draws the scale, then the template, then the character, each only where there is a choice to make.
     Pattern Choose(const AcGePoint3d& centre, Generator& random) const;
-    // False for sizes of 0 or less and for templates that can't be copied.
+    // False for sizes of 0 or less, sizes and places beyond all numbers, and templates that can't be copied.
     bool CanMake(const Pattern& pattern) const;
     // Extents without making the entity, where that can be told exactly.
     PatternBox BoxOf(const Pattern& pattern) const;

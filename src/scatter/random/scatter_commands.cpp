@@ -37,6 +37,7 @@ Begun askWhatToBegin(const wchar_t* prompt, const wchar_t* kinds, const wchar_t*
 }
 
 template <class Dialog> void edit(AcDbObjectId scatter) {
+    if (IsOnLockedLayer(scatter)) return PrintLine(L"\n散布块位于锁定图层上，无法编辑。");
     const DocumentLock lock;
     if (!lock) return PrintLine(L"\n锁定文档失败，无法进入编辑。");
     Dialog dialog(scatter);

@@ -172,6 +172,31 @@ TEST(ScatterEditing, RegionsAreRebuiltWithOverlapsAndKeepTheirClip) {
                 HasSubstr("未选择有效曲线或散布块。"));
 }
 
+// A file may name a scatter among its own templates: each rebuild would hold all patterns of the one before.
+TEST(ScatterEditing, AScatterIsNoTemplateOfItsOwn) {
+    ScatterDrawing drawing;
+    const AcDbObjectId ring = drawing.addCircle({0, 0, 0}, 10), small = drawing.addCircle({0, 80, 0}, 1);
+    drawing.scatter(L"rndScatter2", {ring}, L"S\n" + drawing.selection({small}) + L"N\nN\n20\nN\nN\n");
+    const AcDbObjectId made = drawing.array();
+    auto params = paramsOf<ScatterInRegionParams>(made);
+    params.templates.push_back(made);
+    ASSERT_EQ(Acad::eOk, Encode(params).Write(made, ScatterInRegionParams::kApplication));
+    drawing.run(L"rndScatter2\n" + support::handleAnswer(made) + L"\n\nOK\n");
+    EXPECT_EQ(20u, contentsOf<AcDbCircle>(made).size());
+    EXPECT_EQ(std::vector<AcDbObjectId>{small}, paramsOf<ScatterInRegionParams>(made).templates);
+}
+
+TEST(ScatterEditing, LockedScattersStayAsTheyAre) {
+    OnLine drawing;
+    drawing.run(L"LAYER\nLO\n0\n\n");
+    const std::string before = drawing.bytes();
+    EXPECT_THAT(drawing.edit(L""), HasSubstr("散布块位于锁定图层上"));
+    EXPECT_EQ(before, drawing.bytes());
+    // Curves on such layers are only looked at.
+    drawing.scatter(L"rndScatter1", {drawing.line}, L"C\n2\nY\nN\nY\n20\nN\n");
+    EXPECT_EQ(2u, drawing.arrays().size());
+}
+
 TEST(ScatterEditing, UndoTakesBackTheWholeSession) {
     OnLine drawing;
     const std::string before = drawing.bytes();

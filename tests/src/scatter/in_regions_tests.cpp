@@ -263,6 +263,17 @@ TEST(ScatterLoops, AreJoinedHoweverTheirPiecesRunAndNestByDepth) {
     }
 }
 
+// The square of such a radius, and the size of the larger patterns, are beyond what numbers hold.
+TEST(ScatterInRegions, SizesBeyondAllNumbersEndInAWord) {
+    ScatterDrawing drawing;
+    const AcDbObjectId endless = drawing.addCircle({}, 1e200), round = drawing.addCircle({}, 10);
+    EXPECT_THAT(drawing.scatter(kCommand, {endless}, L"\n1\nN\n5\nN\n"), HasSubstr("散布生成失败"));
+    drawing.scatter(kCommand, {round}, L"\n1e308\nY\n3\n.3\n20\nN\nN\n");
+    const auto circles = contentsOf<AcDbCircle>(drawing.array());
+    for (const auto& circle : circles) EXPECT_TRUE(std::isfinite(circle->radius()));
+    EXPECT_EQ(20u, circles.size()) << "what can't be is tried again";
+}
+
 TEST(ScatterInRegions, OpenCurvesAreNoBoundaries) {
     ScatterDrawing drawing;
     const AcDbObjectId open = drawing.addPolyline({{0, 0}, {9, 0}, {9, 9}});
