@@ -152,7 +152,7 @@ void ControlPointPrompt::dragGroup() {
         return PrintLine(L"\n已取消多选。");
     }
     const AcGeVector3d shift = to.world - mean;
-    state_.placeSelected([&](const AcGePoint3d& p) { return p + shift; });
+    if (!state_.placeSelected([&](const AcGePoint3d& p) { return p + shift; })) return PrintLine(kTooFar);
     const int count = int(state_.selection().size());
     PrintText(state_.cage.shapeLocked() ? TranslateFormat(L"\n%d个控制点已移动（锁形模式）。", count)
                                         : TranslateFormat(L"\n%d个控制点已同步移动，变形已应用。", count));

@@ -1,6 +1,9 @@
 // Selection, undo and what is shown.
 #include "deform/cage/cage_state.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "core/host/editor.h"
 
 namespace corvane::deform {
@@ -64,6 +67,18 @@ std::optional<int> CageState::undo() {
 void CageState::placePoint(int index, const AcGePoint3d& at) {
     cage.point(index).position = at;
     settle({&index, 1});
+}
+
+bool CageState::areFinite(std::span<const AcGePoint3d> places) {
+    return std::all_of(places.begin(), places.end(), [](const AcGePoint3d& p) {
+        return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
+    });
+}
+
+bool CageState::setSelected(std::span<const AcGePoint3d> places) {
+    for (size_t i = 0; i < places.size(); ++i) cage.point(selection_[i]).position = places[i];
+    settle(selection_);
+    return true;
 }
 
 void CageState::settle(std::span<const int> movedPoints) {

@@ -8,6 +8,9 @@
 
 namespace corvane::deform {
 
+// Said where a step is refused.
+inline constexpr const wchar_t* kTooFar = L"\n控制点将超出数值范围，未作移动。";
+
 class CageState {
 public:
     explicit CageState(Cage& onCage) : cage(onCage), graphics(onCage), view(graphics) {}
@@ -44,10 +47,10 @@ public:
     std::optional<int> undo();
 
     // Moves points to where `place` puts them, as one step to take back, and applies the cage unless its
-    // shape is locked.
-    template <class Place> void moveSelected(Place place);
+    // shape is locked. False, and nothing done, when that is beyond all numbers for one of them.
+    template <class Place> bool moveSelected(Place place);
     // The same without a step of its own.
-    template <class Place> void placeSelected(Place place);
+    template <class Place> bool placeSelected(Place place);
     void placePoint(int index, const AcGePoint3d& at);
 
     // The screen anew, with everything of the cage on it.
@@ -60,18 +63,27 @@ public:
 
 private:
     void settle(std::span<const int> movedPoints);
+    bool setSelected(std::span<const AcGePoint3d> places);
+    template <class Place> std::vector<AcGePoint3d> placesOf(Place place) const {
+        std::vector<AcGePoint3d> places = selectedPositions();
+        for (AcGePoint3d& p : places) p = place(p);
+        return places;
+    }
+    static bool areFinite(std::span<const AcGePoint3d> places);
     std::vector<int> selection_;
     std::vector<CageSnapshot> undoStack_;
 };
 
-template <class Place> void CageState::moveSelected(Place place) {
+template <class Place> bool CageState::moveSelected(Place place) {
+    const std::vector<AcGePoint3d> places = placesOf(place);
+    if (!areFinite(places)) return false;
     PushUndoSnapshot();
-    placeSelected(place);
+    return setSelected(places);
 }
 
-template <class Place> void CageState::placeSelected(Place place) {
-    for (const int i : selection_) cage.point(i).position = place(cage.point(i).position);
-    settle(selection_);
+template <class Place> bool CageState::placeSelected(Place place) {
+    const std::vector<AcGePoint3d> places = placesOf(place);
+    return areFinite(places) && setSelected(places);
 }
 
 } // namespace corvane::deform

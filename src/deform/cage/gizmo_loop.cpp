@@ -46,7 +46,7 @@ private:
 
     void move(const AcGePoint3d& to);
     void scale(const AcGePoint3d& to);
-    void scaleBy(double factor);
+    bool scaleBy(double factor);
     void scaleByNumber();
     void rotate(const AcGePoint3d& from);
 
@@ -211,22 +211,22 @@ void GizmoLoop::askOrigin() {
 void GizmoLoop::move(const AcGePoint3d& to) {
     const AcGeVector3d delta =
         Constrained(to - state_.SelectionCentre(), state_.lockedHandle, state_.cage.axes());
-    state_.moveSelected([&](const AcGePoint3d& p) { return p + delta; });
+    if (!state_.moveSelected([&](const AcGePoint3d& p) { return p + delta; })) return PrintLine(kTooFar);
     PrintText(TranslateFormat(L"\n%d个控制点沿%s移动了 (%.2f, %.2f, %.2f)。", count(),
                               HandleName(state_.lockedHandle), delta.x, delta.y, delta.z));
 }
 
-void GizmoLoop::scaleBy(double factor) {
+bool GizmoLoop::scaleBy(double factor) {
     const AcGePoint3d pivot = state_.SelectionCentre();
     const GizmoAxes axes = state_.cage.axes();
-    state_.moveSelected(
+    return state_.moveSelected(
         [&](const AcGePoint3d& p) { return Scaled(p, pivot, factor, state_.lockedHandle, axes); });
 }
 
 void GizmoLoop::scale(const AcGePoint3d& to) {
     const GizmoPlace gizmo = state_.gizmo();
     const double factor = ScaleFactor(to - gizmo.centre, state_.lockedHandle, gizmo.size, gizmo.axes);
-    scaleBy(factor);
+    if (!scaleBy(factor)) return PrintLine(kTooFar);
     PrintText(TranslateFormat(L"\n%d个控制点已沿%s缩放，因子=%.3f。", count(),
                               HandleName(state_.lockedHandle), factor));
 }
@@ -238,7 +238,7 @@ void GizmoLoop::scaleByNumber() {
     acedInitGet(RSG_NOZERO | RSG_NONEG, nullptr);
     if (acedGetReal(Translate(L"\n输入缩放倍数（正实数）: "), &factor) != RTNORM || !(factor > 0))
         return PrintLine(L"\n已取消输入倍数。");
-    scaleBy(factor);
+    if (!scaleBy(factor)) return PrintLine(kTooFar);
     PrintText(TranslateFormat(L"\n已按输入倍数 %.3f 缩放。", factor));
 }
 
@@ -266,8 +266,9 @@ void GizmoLoop::rotate(const AcGePoint3d& from) {
     const ScreenMap screen = CurrentScreen();
     const double angle = Turn(screen.pixel(gizmo.centre), screen.pixel(from), screen.pixel(to.world),
                               SeenFromBehind(gizmo, screen, plane));
-    state_.moveSelected(
-        [&](const AcGePoint3d& p) { return Rotated(p, gizmo.centre, angle, plane, gizmo.axes); });
+    if (!state_.moveSelected(
+            [&](const AcGePoint3d& p) { return Rotated(p, gizmo.centre, angle, plane, gizmo.axes); }))
+        return PrintLine(kTooFar);
     PrintText(TranslateFormat(L"\n%d个控制点已绕%s平面旋转 %.1f度。", count(), HandleName(plane),
                               angle * kDegrees / kHalfTurn));
 }

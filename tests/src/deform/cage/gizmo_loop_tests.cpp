@@ -135,6 +135,14 @@ S
     EXPECT_EQ(100, cage.points[2].position.y);
 }
 
+TEST_F(CageLoops, NothingGoesBeyondAllNumbers) {
+    const LoopRun walk =
+        run(kLeftSide + L"G\nmove " + beside(0, 50, 0, 200) + L"\nS\n1e300\nS\n1e300\n^C\n^C\nX\n");
+    EXPECT_THAT(walk.said, testing::HasSubstr("控制点将超出数值范围，未作移动。"));
+    for (const FlatCage::ControlPoint& point : cage.points) EXPECT_TRUE(std::isfinite(point.position.y));
+    EXPECT_EQ(1, cage.applied); // by the first of both
+}
+
 TEST_F(CageLoops, ScalesGoAboutThePivot) {
     run(kLeftSide + L"G\nmove 0,58\nS\n2\n^C\n^C\nX\n");
     EXPECT_EQ(-50, cage.points[0].position.y);
