@@ -161,11 +161,14 @@ TEST_F(Hovering, DotsAreDiscsFromEverySide) {
     const auto extents = [&] { return shown(*dot).picture.extents; };
     EXPECT_EQ(0, extents().maxPoint().z - extents().minPoint().z);
     const double width = extents().maxPoint().x - extents().minPoint().x;
+    host::setClock(host::ClockSetting{0, 1000});
     drawing.run(L"-VIEW O FRONT\n");
     EXPECT_NEAR(width, extents().maxPoint().z - extents().minPoint().z, 1e-9);
     EXPECT_NEAR(0, extents().maxPoint().y - extents().minPoint().y, 1e-9);
     const unsigned before = changes();
-    drawing.run(L"ZOOM 2x\n"); // the same side: nothing is drawn again
+    host::setClock(host::ClockSetting{0, 1500}); // a view that is due to be followed
+    drawing.run(L"ZOOM 2x\n");                   // from the same side: nothing is drawn again
+    host::setClock(std::nullopt);
     EXPECT_EQ(before, changes());
 }
 
