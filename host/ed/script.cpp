@@ -129,7 +129,8 @@ PromptReply ScriptFrontEnd::ask(const PromptRequest& request) {
     const bool command = request.kind == PromptRequest::Kind::command;
     for (;;) {
         if (reader_.atEnd()) {
-            if (!command && dryPrompt_.empty()) dryPrompt_ = trimmed(request.text);
+            if (!command && dryPrompt_.empty())
+                dryPrompt_ = trimmed(request.text.empty() ? printed_ : request.text);
             ranDry_ |= !command;
             if (!command) transcript_.print(request.text), transcript_.finishLine();
             reply.kind = PromptReply::Kind::exhausted;
@@ -151,6 +152,11 @@ PromptReply ScriptFrontEnd::ask(const PromptRequest& request) {
         reply.line = answer.line;
         return reply;
     }
+}
+
+void ScriptFrontEnd::print(const std::wstring& text) {
+    printed_ = text;
+    transcript_.print(text);
 }
 
 std::optional<int> ScriptFrontEnd::unreadLine() const {

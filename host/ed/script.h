@@ -60,7 +60,7 @@ public:
     using Progress = std::function<bool(const std::wstring& caption, double share)>;
     ScriptFrontEnd(std::wstring script, Transcript::Sink transcript, Progress progress = {});
     PromptReply ask(const PromptRequest& request) override;
-    void print(const std::wstring& text) override { transcript_.print(text); }
+    void print(const std::wstring& text) override;
     int messageBox(const MessageBox& box) override;
     void open(const std::wstring& target) override;
     bool progress(const std::wstring& caption, double share) override;
@@ -68,7 +68,7 @@ public:
     Transcript& transcript() { return transcript_; }
     // A prompt inside a command found no more answers.
     bool ranDry() const { return ranDry_; }
-    // The first prompt that found none.
+    // The first prompt that found none; where a command had printed its question, that.
     const std::wstring& dryPrompt() const { return dryPrompt_; }
     // The line of the first answer that nobody has asked for; nothing when all were taken.
     std::optional<int> unreadLine() const;
@@ -77,7 +77,7 @@ private:
     ScriptReader reader_;
     Transcript transcript_;
     Progress progress_;
-    std::wstring dryPrompt_;
+    std::wstring dryPrompt_, printed_; // printed_: the last text that a command told
     bool ranDry_ = false;
 };
 

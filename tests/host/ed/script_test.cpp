@@ -91,6 +91,20 @@ TEST(Script, NoCommandGoesOnBehindThePromptThatFoundNoAnswer) {
     stack.removeGroup(L"DRY_TESTS");
 }
 
+// Some commands print their question and ask with an empty prompt.
+TEST(Script, TheQuestionThatFoundNoAnswerIsKept) {
+    for (const wchar_t* prompt : {L"\nWhere to? ", L""}) {
+        Bench bench;
+        host::ScriptFrontEnd frontEnd(L"", [](const std::string&) {});
+        host::setFrontEnd(&frontEnd);
+        ads_point point{};
+        acutPrintf(L"\n%s", *prompt ? L"Other words" : L"Where to? ");
+        EXPECT_EQ(RTCAN, acedGetPoint(nullptr, prompt, point));
+        EXPECT_EQ(L"Where to?", frontEnd.dryPrompt());
+        host::setFrontEnd(nullptr);
+    }
+}
+
 TEST(Script, EscapeCancelsTheCommandAndTheNextOneRuns) {
     Bench bench;
     const std::string transcript = bench.run(L"CIRCLE 0,0 ^C\nPOINT 1,2\n");
