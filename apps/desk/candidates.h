@@ -1,12 +1,15 @@
-// What completes an answer at a prompt: names of commands and variables, or keywords.
+// What can be answered at a prompt: keywords to click, and what completes a line, which are names of commands
+// and variables, or keywords.
 #pragma once
 #include <QStringList>
 
+#include "apps/desk/command_line.h"
 #include "host/ed/frontend.h"
 
 namespace desk {
 
-QStringList keywordsOf(const host::PromptRequest& request);
+// The keywords to click in the prompt, which may be said in another language than the request's text.
+std::vector<PromptKeyword> keywordsOf(const host::PromptRequest& request, const std::wstring& said);
 QStringList candidatesOf(const host::PromptRequest& request);
 
 } // namespace desk

@@ -19,15 +19,15 @@ constexpr qsizetype kMostHistory = 500;
 constexpr qsizetype kMostOffered = 8;
 
 // The prompt as rich text: its keywords can be clicked.
-QString linked(const QString& prompt, const QStringList& keywords) {
-    QString html;
-    qsizetype at = 0;
-    for (const QString& keyword : keywords) {
-        const qsizetype found = prompt.indexOf(keyword, at, Qt::CaseInsensitive);
+QString linked(const QString& prompt, const std::vector<PromptKeyword>& keywords) {
+    qsizetype at = std::max<qsizetype>(prompt.indexOf('['), 0);
+    QString html = prompt.left(at).toHtmlEscaped();
+    for (const auto& [shown, answer] : keywords) {
+        const qsizetype found = prompt.indexOf(shown, at, Qt::CaseInsensitive);
         if (found < 0) continue;
-        html += prompt.mid(at, found - at).toHtmlEscaped() + "<a href=\"" + keyword.toHtmlEscaped() + "\">" +
-                prompt.mid(found, keyword.size()).toHtmlEscaped() + "</a>";
-        at = found + keyword.size();
+        html += prompt.mid(at, found - at).toHtmlEscaped() + "<a href=\"" + answer.toHtmlEscaped() + "\">" +
+                prompt.mid(found, shown.size()).toHtmlEscaped() + "</a>";
+        at = found + shown.size();
     }
     return html + prompt.mid(at).toHtmlEscaped();
 }
@@ -64,7 +64,7 @@ CommandLine::CommandLine(QWidget* parent)
     });
 }
 
-void CommandLine::showPrompt(const QString& prompt, const QStringList& keywords,
+void CommandLine::showPrompt(const QString& prompt, const std::vector<PromptKeyword>& keywords,
                              const QStringList& candidates, bool blanksEnd) {
     prompt_->setText(linked(prompt, keywords));
     candidates_ = candidates;

@@ -7,8 +7,14 @@
 #include <QStringList>
 #include <QWidget>
 #include <functional>
+#include <vector>
 
 namespace desk {
+
+// A keyword as the prompt shows it, and what a click on it answers.
+struct PromptKeyword {
+    QString shown, answer;
+};
 
 class CommandLine : public QWidget {
 public:
@@ -19,8 +25,8 @@ public:
 
     // The prompt of the moment; `candidates` complete what is typed, `blanksEnd` makes the space bar an
     // Enter.
-    void showPrompt(const QString& prompt, const QStringList& keywords, const QStringList& candidates,
-                    bool blanksEnd);
+    void showPrompt(const QString& prompt, const std::vector<PromptKeyword>& keywords,
+                    const QStringList& candidates, bool blanksEnd);
     // Adds text to the transcript, with the line ends it brings.
     void append(const QString& text);
     QString transcript() const { return transcript_->toPlainText(); }

@@ -204,6 +204,7 @@ void Desk::showSelection() {
 void Desk::followLanguage() {
     if (spoken_ == spokenLanguage()) return;
     spoken_ = spokenLanguage();
+    frontEnd_.speak(spoken_);
     followLanguageInToolkit();
     const ModuleMenus modules = moduleMenus();
     if (!modules.error.empty())

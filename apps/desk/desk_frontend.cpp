@@ -106,7 +106,7 @@ DeskFrontEnd::DeskFrontEnd(Canvas& canvas, CommandLine& line)
     };
     canvas_.onWindow = [this](const Canvas::Window& window) { pickWindow(window); };
     canvas_.onGrip = [this](const std::function<void()>& move) { moveGrip(move); };
-    canvas_.onNote = [this](const QString& text) { line_.append(text + "\n"); };
+    canvas_.onNote = [this](const QString& text) { line_.append(shown(texts_.say(wide(text))) + "\n"); };
 }
 
 DeskFrontEnd::~DeskFrontEnd() {
@@ -134,11 +134,11 @@ PromptReply DeskFrontEnd::ask(const PromptRequest& request) {
     if (std::exchange(stopAsked_, false)) return queue_.clear(), pending_.reset(), cancelReply();
     if (!queue_.empty()) return fromQueue();
     asked_ = request;
+    said_ = texts_.say(request.text);
     if (request.kind == Kind::command) endOfCommand();
     if (request.kind != Kind::objects && !picked_.empty()) showPicked({});
     if (std::optional<PromptReply> reply = fromSelection()) return *reply;
-    const std::wstring shownLine = lastLine(request.text);
-    transcript_.print(request.text.substr(0, request.text.size() - shownLine.size()));
+    transcript_.print(said_.substr(0, said_.size() - lastLine(said_).size()));
     if (pending_ && pending_->atEnd()) pending_.reset();
     if (!pending_ && !ahead_.empty()) {
         pending_ = std::move(ahead_.front());
@@ -156,8 +156,7 @@ PromptReply DeskFrontEnd::ask(const PromptRequest& request) {
 void DeskFrontEnd::waitFor(const PromptRequest& request) {
     canvas_.refresh();
     showOnCanvas(request);
-    line_.showPrompt(shown(host::trimmed(lastLine(request.text))), keywordsOf(request), candidatesOf(request),
-                     request.blanksEnd);
+    showPrompt();
     if (onPrompt) onPrompt();
     reply_.reset();
     QEventLoop loop;
@@ -165,6 +164,18 @@ void DeskFrontEnd::waitFor(const PromptRequest& request) {
     loop.exec();
     loop_ = nullptr;
     canvas_.want({});
+}
+
+void DeskFrontEnd::showPrompt() {
+    line_.showPrompt(shown(host::trimmed(lastLine(said_))), keywordsOf(asked_, said_), candidatesOf(asked_),
+                     asked_.blanksEnd);
+}
+
+void DeskFrontEnd::speak(const std::wstring& code) {
+    if (texts_.empty()) texts_ = readHostTexts();
+    texts_.speak(code);
+    said_ = texts_.say(asked_.text);
+    if (loop_) showPrompt();
 }
 
 void DeskFrontEnd::showOnCanvas(const PromptRequest& request) {
@@ -233,14 +244,15 @@ PromptReply DeskFrontEnd::fromPending() {
 
 void DeskFrontEnd::echo(const PromptReply& reply) {
     std::wstring said = reply.text;
-    if (reply.kind == PromptReply::Kind::cancel) said = L"*Cancel*";
-    transcript_.print(lastLine(asked_.text) + said);
+    if (reply.kind == PromptReply::Kind::cancel) said = texts_.say(L"*Cancel*");
+    transcript_.print(lastLine(said_) + said);
     transcript_.finishLine();
 }
 
 PromptReply DeskFrontEnd::fileReply(const PromptRequest& request) {
     const host::FileWish wish = request.file.value_or(host::FileWish{});
-    QFileDialog dialog(line_.window(), shown(wish.title.empty() ? host::trimmed(request.text) : wish.title));
+    const std::wstring title(host::trimmed(wish.title.empty() ? request.text : wish.title));
+    QFileDialog dialog(line_.window(), shown(texts_.say(title)));
     dialog.setAcceptMode(wish.saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(wish.saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     // The command asks itself before it replaces a file.
@@ -380,15 +392,16 @@ void DeskFrontEnd::tellSelection() {
 // -- telling -------------------------------------------------------------------------------------------
 
 void DeskFrontEnd::print(const std::wstring& text) {
-    if (feed_.empty() || fed_ == 0) transcript_.print(text);
+    if (feed_.empty() || fed_ == 0) transcript_.print(texts_.say(text));
 }
 
 int DeskFrontEnd::messageBox(const host::MessageBox& box) {
     const bool asks = (box.style & 15) == kMessageYesNo;
     transcript_.finishLine();
-    transcript_.print(box.text + L"\n");
+    const std::wstring text = texts_.say(box.text);
+    transcript_.print(text + L"\n");
     QMessageBox message(asks ? QMessageBox::Question : QMessageBox::Information,
-                        box.caption.empty() ? "Corvane" : shown(box.caption), shown(box.text),
+                        box.caption.empty() ? "Corvane" : shown(texts_.say(box.caption)), shown(text),
                         asks ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, line_.window());
     message.setTextFormat(Qt::PlainText);
     const int pressed = message.exec();
@@ -410,7 +423,7 @@ bool DeskFrontEnd::progress(const std::wstring& caption, double share) {
         progress_->setAutoReset(false);
     }
     if (progress_ && share >= 0) {
-        progress_->setLabelText(shown(caption));
+        progress_->setLabelText(shown(texts_.say(caption)));
         progress_->setValue(int(std::clamp(share, 0.0, 1.0) * 1000));
     }
     const bool stopped = (progress_ && progress_->wasCanceled()) || std::exchange(stopAsked_, false);

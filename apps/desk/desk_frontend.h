@@ -11,6 +11,7 @@
 
 #include "apps/desk/canvas.h"
 #include "apps/desk/command_line.h"
+#include "apps/desk/host_texts.h"
 #include "host/ed/frontend.h"
 #include "host/ed/script.h"
 
@@ -38,6 +39,8 @@ public:
     // A line as if it were typed: an answer to the prompt of the moment, or several.
     void typeLine(const std::wstring& line);
     void escape();
+    // From now on the host's prompts and messages are said in that language, the prompt of the moment, too.
+    void speak(const std::wstring& code);
     // From now on nothing is answered any more, so that the command loop ends; and the opposite.
     void close();
     void reopen() { closing_ = false; }
@@ -60,6 +63,7 @@ private:
     void endOfCommand();
     host::PromptReply fileReply(const host::PromptRequest& request);
     void waitFor(const host::PromptRequest& request);
+    void showPrompt();
     void showOnCanvas(const host::PromptRequest& request);
     void answer(host::PromptReply reply);
     void echo(const host::PromptReply& reply);
@@ -75,7 +79,9 @@ private:
     Canvas& canvas_;
     CommandLine& line_;
     host::Transcript transcript_;
+    HostTexts texts_;
     host::PromptRequest asked_; // while it waits
+    std::wstring said_;         // its text in the language
     std::optional<host::PromptReply> reply_;
     std::deque<host::PromptReply> queue_;       // the rest of an answer in parts, such as a window's corners
     std::optional<host::ScriptReader> pending_; // the typed line, as far as it isn't answered yet
