@@ -3,6 +3,9 @@
 #include "apps/desk/host_texts.h"
 
 #include <QLabel>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
 
 #include "host/ent/line.h"
 #include "host/os/files.h"
@@ -59,6 +62,38 @@ TEST(HostTexts, DamagedRowsAndLongTextsDoNoHarm) {
     EXPECT_EQ(texts.say(L"a"), L"b");
     const std::wstring longText(1'000'000, L'[');
     EXPECT_EQ(texts.say(longText), longText);
+}
+
+TEST(HostTexts, TextsWithoutARowAndOptionsThatTellToTypeSomethingElseAreTold) {
+    std::string root = (std::filesystem::temp_directory_path() / "hosttextsXXXXXX").string();
+    ASSERT_TRUE(mkdtemp(root.data()));
+    std::filesystem::create_directories(root + "/host/ed");
+    std::filesystem::create_directories(root + "/resources");
+    const std::string code = "printLine(L\"\\nNo \" + name + L\".\"); ask(L\"\\nTake it? [YEs/Stop]: \");";
+    const std::string head = "en=No %s.\nde=Kein %s.\nen=Take it? []:\nde=Nehmen? []:\n";
+    const std::string options = "en=YEs\nde=Ja(YE)\nen=Stop\nde=Halt(S)\n";
+    const struct {
+        const char* caption;
+        std::string code, rows;
+        bool good;
+    } cases[] = {
+        {"whole", code, head + options, true},
+        {"a message without a row", code + "printLine(L\"\\nMore.\");", head + options, false},
+        {"a reason without a row", code + "why = L\"it is so\";", head + options, false},
+        {"an option without a row", code, head + "en=YEs\nde=Ja(YE)\n", false},
+        {"an option that tells to type something else", code,
+         head + "en=YEs\nde=Ja(J)\nen=Stop\nde=Halt(S)\n", false},
+        {"a lost placeholder", code, head + options + "en=%d to %d\nde=von %d\n", false},
+        {"a language left out", code, head + options + "en=Also\nzh=也\n", false},
+    };
+    for (const auto& one : cases) {
+        std::ofstream(root + "/host/ed/a.cpp") << one.code;
+        std::ofstream(root + "/resources/HostLang.ini") << one.rows;
+        const std::string line =
+            "python3 '" CORVANE_SOURCE_DIR "/scripts/texts' --check --root " + root + " 2>/dev/null";
+        EXPECT_EQ(std::system(line.c_str()) == 0, one.good) << one.caption;
+    }
+    std::filesystem::remove_all(root);
 }
 
 class HostTextsTest : public DeskTest {
