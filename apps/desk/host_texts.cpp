@@ -119,9 +119,10 @@ std::wstring HostTexts::sayAt(std::wstring_view text, int depth) const {
            std::wstring(text.substr(lead + inner.size()));
 }
 
-// Options are said one by one, and put where the row has "[]".
+// Options are said one by one, and put where the row has "[]", unless the row has them itself.
 std::wstring HostTexts::core(std::wstring_view text, int depth) const {
-    if (const Brackets in = bracketsIn(text)) {
+    const Brackets in = bracketsIn(text);
+    if (in && plain_.find(text) == plain_.end()) {
         std::wstring bare(text.substr(0, in.open + 1));
         std::wstring said = fromRow(bare.append(text.substr(in.close)), depth);
         const size_t place = said.find(L"[]");

@@ -42,7 +42,10 @@ TEST(HostTexts, NumbersNamesAndBlanksAreCarriedOver) {
         {L"zh", L"\nSpecify offset distance or [Through/Erase] <Through>: ",
          L"\n指定偏移距离或 [通过(T)/删除(E)] <通过(T)>: "},
         {L"de", L"\nEnter block name or [?] <a[Undo]b>: ", L"\nBlocknamen eingeben oder [?] <a[Undo]b>: "},
-        {L"de", L"\nsome found", L"\nsome found"}, // no number
+        {L"de", L"\nEnter the number of operations to undo or [Begin/End/Mark/BAck] <1>: ",
+         L"\nAnzahl der zurückzunehmenden Operationen eingeben oder "
+         L"[Anfang(B)/Ende(E)/Markierung(M)/Zurück(BA)] <1>: "}, // BAck is no side here
+        {L"de", L"\nsome found", L"\nsome found"},               // no number
         {L"de", L"\n已写出：[Undo] 3 found", L"\n已写出：[Undo] 3 found"},
         {L"de", L" \n", L" \n"},
         {L"en", L"\nSelect objects: ", L"\nSelect objects: "},
