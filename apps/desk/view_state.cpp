@@ -45,26 +45,8 @@ void withoutTrace(const std::function<void()>& work) {
     work();
 }
 
-namespace {
-
-void store(AcDbDatabase& database, const host::ViewFrame& view) {
-    AcDbObjectPointer<AcDbViewportTable> table(database.viewportTableId(), AcDb::kForRead);
-    AcDbObjectId id;
-    if (!table || table->getAt(L"*Active", id) != Acad::eOk) return;
-    AcDbObjectPointer<AcDbViewportTableRecord> active(id, AcDb::kForWrite);
-    if (!active) return;
-    active->setCenterPoint(view.center);
-    active->setHeight(view.height);
-    active->setWidth(view.height * view.aspect);
-    active->setTarget(view.target);
-    active->setViewDirection(view.direction);
-    active->setViewTwist(view.twist);
-}
-
-} // namespace
-
 void storeView(const host::ViewFrame& view) {
-    withoutTrace([&] { store(*acdbHostApplicationServices()->workingDatabase(), view); });
+    withoutTrace([&] { host::keepView(*acdbHostApplicationServices()->workingDatabase(), view); });
     host::viewChanged();
 }
 

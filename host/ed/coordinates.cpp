@@ -77,6 +77,20 @@ Surroundings surroundings() {
     return now;
 }
 
+void keepView(AcDbDatabase& drawing, const ViewFrame& view) {
+    AcDbObjectPointer<AcDbViewportTable> table(drawing.viewportTableId(), AcDb::kForRead);
+    AcDbObjectId id;
+    if (!table || table->getAt(L"*Active", id) != Acad::eOk) return;
+    AcDbObjectPointer<AcDbViewportTableRecord> active(id, AcDb::kForWrite);
+    if (!active) return;
+    active->setCenterPoint(view.center);
+    active->setHeight(view.height);
+    active->setWidth(view.height * view.aspect);
+    active->setTarget(view.target);
+    active->setViewDirection(view.direction);
+    active->setViewTwist(view.twist);
+}
+
 PointFrame pointFrame() {
     PointFrame frame;
     const auto number = [](const wchar_t* name) {

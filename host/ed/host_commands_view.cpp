@@ -16,18 +16,7 @@ namespace {
 // -- the view -----------------------------------------------------------------------------------------
 
 void showFrame(const ViewFrame& view) {
-    AcDbObjectPointer<AcDbViewportTable> table(drawing().viewportTableId(), AcDb::kForRead);
-    AcDbObjectId id;
-    if (!table || table->getAt(L"*Active", id) != Acad::eOk) return;
-    AcDbObjectPointer<AcDbViewportTableRecord> active(id, AcDb::kForWrite);
-    if (!active) return;
-    active->setCenterPoint(view.center);
-    active->setHeight(view.height);
-    active->setWidth(view.height * view.aspect);
-    active->setTarget(view.target);
-    active->setViewDirection(view.direction);
-    active->setViewTwist(view.twist);
-    active.close();
+    keepView(drawing(), view);
     viewChanged();
     frontEnd().redraw();
 }

@@ -39,6 +39,8 @@ void setLastInput(std::wstring text);
 
 // The UCS, view and reading frame of the working drawing.
 Surroundings surroundings();
+// Keeps the view as that of the drawing's active viewport; nothing happens in one without.
+void keepView(AcDbDatabase& database, const ViewFrame& view);
 PointFrame pointFrame();
 AcGePoint3d ucsToWorld(const AcGePoint3d& point);
 AcGePoint3d worldToUcs(const AcGePoint3d& point);

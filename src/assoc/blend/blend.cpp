@@ -1,12 +1,11 @@
 // Blends and their association with their curves.
 #include "assoc/blend/blend.h"
 
-#include <memory>
-
 #include "assoc/blend/blend_build.h"
 #include "assoc/blend/blend_orientation.h"
 #include "core/appending.h"
 #include "core/brackets.h"
+#include "core/editable_block.h"
 
 namespace corvane {
 
@@ -84,15 +83,6 @@ std::optional<Placement> placementOf(AcDbObjectId reference) {
     return Placement{opened->blockTableRecord(), opened->blockTransform().inverse()};
 }
 
-AcDbObjectId insertReference(AcDbObjectId block, const AcGePoint3d& at) {
-    auto reference = std::make_unique<AcDbBlockReference>(at, block);
-    reference->setDatabaseDefaults();
-    AcDbObjectId id;
-    if (AppendToCurrentSpace(reference.get(), id) != Acad::eOk) return {};
-    reference.release();
-    return id;
-}
-
 bool holdsInPlan(AcDbObjectId reference, const AcGePoint3d& point) {
     constexpr double kSlack = 1e-6;
     AcDbObjectPointer<AcDbEntity> opened(reference, AcDb::kForRead);
@@ -146,7 +136,7 @@ MadeBlend CreateBlend(const BlendRecord& record) {
         eraseObject(block);
         return {{}, BlendFailure::definition};
     }
-    const AcDbObjectId reference = insertReference(block, copies->base);
+    const AcDbObjectId reference = InsertBlock(block, copies->base);
     if (reference.isNull()) {
         eraseObject(block);
         return {{}, BlendFailure::reference};
