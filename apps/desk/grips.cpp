@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "apps/desk/selection_facts.h"
 #include "host/db/database.h"
 #include "host/ed/sysvars.h"
 #include "host/view/collector.h"
@@ -13,11 +14,6 @@ namespace desk {
 namespace {
 
 constexpr size_t kMostEntities = 100, kMostPlaces = 5000;
-
-bool isLocked(const AcDbEntity& entity) {
-    AcDbObjectPointer<AcDbLayerTableRecord> layer(entity.layerId(), AcDb::kForRead);
-    return layer && layer->isLocked();
-}
 
 } // namespace
 
@@ -29,7 +25,7 @@ void Grips::gather(const std::vector<AcDbObjectId>& entities) {
     for (const AcDbObjectId id : entities) {
         AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
         AcGePoint3dArray points;
-        if (!entity || isLocked(*entity) || entity->getGripPoints(points) != Acad::eOk) continue;
+        if (!entity || isOnLockedLayer(*entity) || entity->getGripPoints(points) != Acad::eOk) continue;
         if (grips_.size() + size_t(points.length()) > kMostPlaces) return;
         for (int i = 0; i < points.length(); ++i) {
             const auto same = std::find(places_.begin(), places_.end(), points[i]);

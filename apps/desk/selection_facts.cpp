@@ -138,17 +138,12 @@ void measure(const AcDbCurve& curve, SelectionFacts& facts) {
     if (curve.isClosed() && curve.getArea(area) == Acad::eOk) facts.area = facts.area.value_or(0) + area;
 }
 
-bool isLocked(const AcDbEntity& entity) {
-    AcDbObjectPointer<AcDbLayerTableRecord> layer(entity.layerId(), AcDb::kForRead);
-    return layer && layer->isLocked();
-}
-
 template <class Change> int changeEach(const std::vector<AcDbObjectId>& entities, Change change) {
     int locked = 0;
     for (const AcDbObjectId id : entities) {
         AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
         if (!entity) continue;
-        if (isLocked(*entity))
+        if (isOnLockedLayer(*entity))
             ++locked;
         else if (entity->upgradeOpen() == Acad::eOk)
             change(*entity);
@@ -157,6 +152,11 @@ template <class Change> int changeEach(const std::vector<AcDbObjectId>& entities
 }
 
 } // namespace
+
+bool isOnLockedLayer(const AcDbEntity& entity) {
+    AcDbObjectPointer<AcDbLayerTableRecord> layer(entity.layerId(), AcDb::kForRead);
+    return layer && layer->isLocked();
+}
 
 SelectionFacts factsOf(const std::vector<AcDbObjectId>& entities) {
     SelectionFacts facts;

@@ -23,6 +23,8 @@ struct SelectionFacts {
 };
 SelectionFacts factsOf(const std::vector<AcDbObjectId>& entities);
 
+// Whether the entity must stay as it is.
+bool isOnLockedLayer(const AcDbEntity& entity);
 // Objects on locked layers stay as they are; how many there were. Belongs in an undo step of the caller's.
 int moveToLayer(const std::vector<AcDbObjectId>& entities, AcDbObjectId layer);
 int setColor(const std::vector<AcDbObjectId>& entities, const AcCmColor& color);

@@ -44,11 +44,6 @@ std::optional<std::vector<AcDbObjectId>> curvesOf(AcDbObjectId block) {
     return record ? std::optional(record->Curves()) : std::nullopt;
 }
 
-void eraseObject(AcDbObjectId id) {
-    AcDbObjectPointer<AcDbObject> object(id, AcDb::kForWrite);
-    if (object) object->erase();
-}
-
 std::optional<CurveEnds> endsOf(AcDbObjectId id) {
     AcDbObjectPointer<AcDbCurve> curve(id, AcDb::kForRead);
     CurveEnds ends;
@@ -133,12 +128,12 @@ MadeBlend CreateBlend(const BlendRecord& record) {
     made->close();
     if (!FillBlendBlock(block, *copies, AcGeMatrix3d::translation(AcGePoint3d::kOrigin - copies->base),
                         false)) {
-        eraseObject(block);
+        EraseObject(block);
         return {{}, BlendFailure::definition};
     }
     const AcDbObjectId reference = InsertBlock(block, copies->base);
     if (reference.isNull()) {
-        eraseObject(block);
+        EraseObject(block);
         return {{}, BlendFailure::reference};
     }
     WriteBlend(reference, record);
