@@ -6,6 +6,7 @@
 #include "core/dialog_language.h"
 #include "core/dialog_resources.h"
 #include "core/dialog_text.h"
+#include "core/host/system.h"
 
 namespace corvane {
 namespace {
@@ -209,6 +210,19 @@ void CMyAcUiDialog::drawTextStatic(const DRAWITEMSTRUCT& draw) {
         y += area.pitch;
     }
     dc->RestoreDC(saved);
+}
+
+void CMyAcUiDialog::ShowReal(int id, double value) {
+    CString text;
+    text.Format(realForm, value);
+    SetDlgItemText(id, text);
+}
+
+double CMyAcUiDialog::RealIn(int id, double present) const {
+    CString text, shown;
+    GetDlgItemText(id, text);
+    shown.Format(realForm, present);
+    return text == shown ? present : host::parseReal(std::wstring_view(text.str())).value_or(present);
 }
 
 INT_PTR RunModal(CDialog& dialog) {

@@ -36,6 +36,12 @@ protected:
     afx_msg void OnDrawItem(int id, LPDRAWITEMSTRUCT draw);
     afx_msg LRESULT OnPostInitTranslate(WPARAM, LPARAM);
 
+    // Numbers in edits, in the dialog's form.
+    const wchar_t* realForm = L"%.6g";
+    void ShowReal(int id, double value);
+    // The number in an edit; the present one, with all its digits, when the edit shows it or holds none.
+    double RealIn(int id, double present) const;
+
     void ApplyDialogScale(); // once; later calls do nothing
     void TakeOverPictureStatics();
     void TakeOverTextStatics();

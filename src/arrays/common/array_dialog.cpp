@@ -3,18 +3,10 @@
 
 #include <algorithm>
 
-#include "core/host/system.h"
-
 namespace corvane {
 namespace {
 
 constexpr int kCountRadio = 1094, kSpacingRadio = 1095, kCountEdit = 1090, kSpacingEdit = 1093;
-
-CString shown(double value) {
-    CString text;
-    text.Format(L"%.6g", value);
-    return text;
-}
 
 } // namespace
 
@@ -77,15 +69,6 @@ void CArrayDialog::OnOK() {
 void CArrayDialog::OnCancel() {
     preview_.Clear();
     CVariationDialog::OnCancel();
-}
-
-void CArrayDialog::ShowReal(int id, double value) { SetDlgItemText(id, shown(value)); }
-
-double CArrayDialog::RealIn(int id, double present) const {
-    CString text;
-    GetDlgItemText(id, text);
-    if (text == shown(present)) return present;
-    return host::parseReal(std::wstring_view(text.str())).value_or(present);
 }
 
 } // namespace corvane

@@ -31,9 +31,6 @@ protected:
     template <class Pick> void StepAside(Pick pick);
     void ClearPreview() { preview_.Clear(); } // picks of objects must not find it
 
-    void ShowReal(int id, double value); // as "%.6g"
-    // The number in an edit; the present one, with all its digits, when the edit shows it or holds none.
-    double RealIn(int id, double present) const;
     DECLARE_MESSAGE_MAP()
 
 private:

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "core/host/system.h"
 #include "scatter/random/scatter_block.h"
 
 namespace corvane {
@@ -16,12 +15,6 @@ constexpr ScatterControls kOnCurves{1260, 1262, 1261, 1256, 1254, 1258, 1257, 12
 constexpr ScatterControls kInRegions{1248, 1250, 1249, 1245, 1244, 1247, 1246, 1251};
 constexpr int kOnLine = 1253, kWidth = 1259, kSpacingRandom = 1255, kDeleteOverlap = 1252;
 
-CString shown(double value) {
-    CString text;
-    text.Format(L"%.6f", value);
-    return text;
-}
-
 } // namespace
 
 BEGIN_MESSAGE_MAP(CScatterEditDlg, CMyAcUiDialog)
@@ -30,7 +23,9 @@ END_MESSAGE_MAP()
 
 CScatterEditDlg::CScatterEditDlg(UINT templateId, const ScatterControls& controls, ScatterParams& params,
                                  CWnd* parent)
-    : CMyAcUiDialog(templateId, parent), controls_(controls), shared_(params) {}
+    : CMyAcUiDialog(templateId, parent), controls_(controls), shared_(params) {
+    realForm = L"%.6f";
+}
 
 BOOL CScatterEditDlg::OnInitDialog() {
     CMyAcUiDialog::OnInitDialog();
@@ -103,16 +98,6 @@ void CScatterEditDlg::OnOK() {
 void CScatterEditDlg::OnCancel() {
     Revert();
     CMyAcUiDialog::OnCancel();
-}
-
-void CScatterEditDlg::ShowReal(int id, double value) { SetDlgItemText(id, shown(value)); }
-
-// A number that the edit still shows keeps all its digits.
-double CScatterEditDlg::RealIn(int id, double present) const {
-    CString text;
-    GetDlgItemText(id, text);
-    if (text == shown(present)) return present;
-    return host::parseReal(std::wstring_view(text.str())).value_or(present);
 }
 
 // -- along curves -------------------------------------------------------------------------------------

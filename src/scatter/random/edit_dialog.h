@@ -33,8 +33,6 @@ protected:
     virtual void Rebuild() = 0;
     virtual void Revert() = 0;
 
-    void ShowReal(int id, double value); // as "%.6f"
-    double RealIn(int id, double present) const;
     bool IsChecked(int id) const { return IsDlgButtonChecked(id) == BST_CHECKED; }
     void Enable(int id, bool on) { GetDlgItem(id)->EnableWindow(on); }
 
